@@ -1,0 +1,4 @@
+// Marks what the platform library offers.
+#pragma once
+
+#define PBE_EXPORT __attribute__((visibility("default")))

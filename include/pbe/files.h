@@ -1,0 +1,30 @@
+// The view's files. The module names them by fixed wide paths below \pba\, without a drive letter; the
+// platform keeps them below a root directory: with the root ROOT, \pba\settings.bin is ROOT/pba/settings.bin.
+// Free of Qt.
+#pragma once
+
+#include "kro/result.h"
+#include "kro/string.h"
+#include "pbe/export.h"
+
+extern "C" {
+
+// The root directory; call it before the view runs. A host that says nothing leaves the choice to the
+// environment variable PBE_ROOT, and that to "/".
+PBE_EXPORT void PbeSetFileRoot(const char *directory);
+
+// `*file` becomes the running system's name of `path`, UTF-8. A path that does not begin with a backslash, or
+// that has a component "..", is refused with kInvalidArgument.
+PBE_EXPORT kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *file);
+
+// Whether something of that name exists, of whatever kind.
+PBE_EXPORT bool PbeFileExists(const char16_t *path);
+
+// Opens a regular file and stores its descriptor, which the caller closes. Never waits: anything that is not a
+// regular file (a fifo, a device, a directory) is refused with kAccessDenied, like a file that may not be
+// opened; a missing one gives kNotFound.
+PBE_EXPORT kro::result_t PbeOpenFileForReading(const char16_t *path, int *descriptor);
+// As above, emptied; a missing file is created (its directory must exist).
+PBE_EXPORT kro::result_t PbeOpenFileForWriting(const char16_t *path, int *descriptor);
+
+} // extern "C"
