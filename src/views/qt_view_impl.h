@@ -1,0 +1,186 @@
+// The controller: the one dialog of the user interface. It owns the form, shows one page of it at a time,
+// turns what the person does into calls to the host and what the host asks for into screens.
+//
+// This header is the table of contents; each subject has a file of its own:
+//   qt_view_impl.cpp                    construction, connections, events, closing
+//   qt_view_impl_screens.cpp            SetScreen, the first screen, deferred state changes
+//   qt_view_impl_startup.cpp            from the first showing to the host's Init
+//   qt_view_impl_messages.cpp           messages, confirmations, internal errors, the logging warning
+//   qt_view_impl_login_by_password.cpp  the login page, automatic logon
+//   qt_view_impl_login_by_token.cpp     the token pages, tokens that come and go
+//   qt_view_impl_password_change.cpp    what follows a login, the password-change page
+//   qt_view_impl_keyboard.cpp           the selectors of keyboard language and layout
+//   qt_view_impl_recovery.cpp           the start of the password reset
+//   qt_view_impl_boot.cpp               test boot, keyboard test, the start of the operating system
+//   qt_view_impl_help.cpp               help
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include <QTimer>
+#include <boost/scoped_ptr.hpp>
+
+#include "pba/view.h"
+#include "settings/settings.h"
+#include "trace/trace.h"
+#include "views/entropy_dialog.h"
+#include "views/view_adapters.h"
+
+namespace Ui {
+class PbaMainWindow;
+}
+
+namespace pba {
+
+class QtViewImpl final : public QDialogWithEntropyCollection
+{
+    Q_OBJECT
+
+public:
+    explicit QtViewImpl(IMainView *owner);
+    ~QtViewImpl() override;
+
+    // What the host hands over. Nothing of it is owned.
+    void SetBusinessLogic(IBusinessLogic *logic);
+    void SetOptions(std::uint32_t options);
+    void SetLogic(ILoginByPasswordLogic *logic);
+    void SetLogic(IPasswordRecoveryLogic *logic);
+    void SetLogic(ILoginByTokenLogic *logic);
+    IMainView *GetMainView() const;
+    ILoginByPasswordView *GetLoginByPasswordView();
+
+    // Carried out at once.
+    void ShowMessage(const QString &title, const QString &message, std::uint32_t severity, std::uint32_t type,
+                     bool showVersion);
+    kro::result_t ShowStartingOsScreen();
+    void SelectPassword();
+    void SelectUserName();
+
+    // Requests: each replaces the one that is pending, and is run by CallDeferredStateChange.
+    kro::result_t ShowInitialScreen();
+    kro::result_t ShowTestBootMessage();
+    kro::result_t OnClose();
+    kro::result_t ShowChangePassword(const QString &title, const QString &message, bool hideCancel);
+    kro::result_t ShowLoggedIn();
+    kro::result_t OnPasswordRecoveryDeferred();
+    kro::result_t OnPasswordRecoveryInternalDeferred();
+
+public slots:
+    void OnLogin();
+    void OnPasswordRecovery();
+    void OnChangePassword();
+    void OnSavePassword();
+    void OnCancelChangePassword();
+    void OnStartOsDuringTestBoot();
+    void OnLoginOrPasswordTextChanged();
+    void OnChangeDomain();
+    void OnShowHelp();
+    void OnUpdateConnectedTokens();
+    void TryToAutologon();
+    void CallDeferredStateChange();
+    void OnUpdateConnectedTokensSlot();
+    void DoLongStartupOperations();
+    void InitBusinessLogic();
+
+public:
+    bool event(QEvent *event) override;
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    using StateChange = std::function<void()>;
+
+    // Construction
+    void ConnectLoginPage();
+    void ConnectPasswordChangePage();
+    void ConnectRecoveryEntries();
+    void ConnectBootPages();
+    void ReadPbaArgs();
+
+    // Screens
+    Ui::PbaMainWindow &Form() const;
+    int CurrentScreen() const;
+    void SetScreen(int index);
+    void ClearDefaultButtons();
+    void UpdateRecoveryButtons(bool onRecoveryPage);
+    void SetUpScreen(int index);
+    static void QueueFocus(QWidget *widget);
+    kro::result_t Defer(const char *name, StateChange change);
+    void ShowInitialScreenInternal();
+    void OnCloseInternal();
+
+    // Events
+    void HandleUiShown();
+    void HandleActivation();
+    void UpdatePointer();
+    bool StartsOsDuringTestBoot(const QEvent &event) const;
+
+    // Messages
+    int RunModal(QDialog &dialog);
+    bool ShowConfirmationMessage(const QString &title, const QString &message, const QString &buttonText);
+    void ReportInternalError(kro::result_t result, const char *member, int line);
+    // Whether the host's call succeeded; reports it when not, and notes the code for the member's END line.
+    bool Succeeded(kro::result_t result, TraceScope &trace, const char *member, int line);
+    void UpdateDebugLoggingWarning(int screen);
+
+    // Login by password
+    void ShowLoginByPasswordScreen();
+    void SetUpLoginPage();
+    void ShowDomainInputField();
+    void HideDomainInputField();
+    bool CheckLoginFields();
+    bool ReadAutologonFile(QString *userName, QString *password) const;
+
+    // Login by token
+    void ShowLoginByTokenScreen();
+    bool IsAnyTokenConnected();
+
+    // Password change
+    void ShowLoggedInInternal();
+    void StartOperatingSystemAfterLogin(TraceScope &trace);
+    void OfferPasswordChange(TraceScope &trace);
+    // False when the host's refusal was reported.
+    bool ShowChangePasswordInternal(const QString &title, const QString &message, bool hideCancel);
+
+    // Keyboard
+    void InitKeyboardSelectors();
+    void FillLayouts(int languageIndex);
+
+    // Recovery
+    void OnPasswordRecoveryInternal();
+
+    // Boot
+    void ShowTestBootMessageInternal();
+
+    boost::scoped_ptr<Ui::PbaMainWindow> m_form;
+    IMainView *m_owner;
+    bool m_closeForbidden = true;
+
+    boost::scoped_ptr<QtLoginByPasswordView> m_passwordAdapter;
+    boost::scoped_ptr<QtPasswordRecoveryView> m_recoveryAdapter;
+    boost::scoped_ptr<QtLoginByTokenView> m_tokenAdapter;
+    IBusinessLogic *m_businessLogic = nullptr;
+    ILoginByPasswordLogic *m_passwordLogic = nullptr;
+    IPasswordRecoveryLogic *m_recoveryLogic = nullptr;
+    ILoginByTokenLogic *m_tokenLogic = nullptr;
+
+    StateChange m_pendingStateChange;
+    int m_stateChangeDepth = 0;
+    QTimer *m_testBootTimer = nullptr;
+    bool m_testBootActive = false;
+    std::uint32_t m_options = 0;
+    bool m_wasActiveWindow = false;
+    // A token check that fails whenever the window becomes active must not report each time: its own report
+    // is what makes the window active again.
+    bool m_tokenFailureReported = false;
+    boost::scoped_ptr<Settings> m_settings;
+    bool m_changePasswordAfterLogin = false;
+    bool m_startupBusy = true;
+    bool m_testMode = false;
+};
+
+} // namespace pba

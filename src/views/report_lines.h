@@ -1,0 +1,20 @@
+// The line numbers that internal-error reports carry. Support staff look them up, so they stay what they are
+// however the sources move; a report that is not listed here carries its real line.
+#pragma once
+
+namespace pba::report_line {
+
+inline constexpr int kOnLoginStart = 629;
+inline constexpr int kOnLoginLogin = 640;
+inline constexpr int kOnSavePassword = 697;
+inline constexpr int kOnCancelChangePassword = 714;
+inline constexpr int kOnUpdateConnectedTokens = 1035;
+inline constexpr int kShowChangePassword = 1307;
+inline constexpr int kShowLoggedInStartOs = 1329;
+inline constexpr int kShowLoggedInChangeInfo = 1344;
+inline constexpr int kShowLoggedInConfirm = 1365;
+inline constexpr int kIsAnyTokenConnected = 1644;
+inline constexpr int kShowLoginByPassword = 1664;
+inline constexpr int kShowLoginByToken = 1684;
+
+} // namespace pba::report_line

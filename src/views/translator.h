@@ -1,0 +1,25 @@
+// The translator that the host is offered for its own texts.
+#pragma once
+
+#include <QTranslator>
+
+#include "pba/translator.h"
+
+namespace pba {
+
+class Translator final : public ITranslator
+{
+public:
+    // False when there is no catalogue; the object is then of no use.
+    bool Load();
+
+    kro::wstring_t Translate(const char *context, const char *sourceText, const char *disambiguation,
+                             std::int32_t count) override;
+    kro::wstring_t Translate(const char *context, const char *sourceText,
+                             const char *disambiguation) override;
+
+private:
+    QTranslator m_translator;
+};
+
+} // namespace pba
