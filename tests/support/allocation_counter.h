@@ -1,0 +1,17 @@
+// Counts what a piece of code takes from the heap, by whatever road.
+#pragma once
+
+#include <cstdint>
+
+namespace allocation_counter {
+
+struct Totals
+{
+    std::uint64_t count = 0;
+    std::uint64_t bytes = 0;
+};
+
+void Start();
+Totals Stop();
+
+} // namespace allocation_counter
