@@ -20,7 +20,7 @@ void Note(std::size_t size)
 } // namespace
 
 // AddressSanitizer has an allocator of its own, and hooks to watch it.
-#if defined(__SANITIZE_ADDRESS__) || (defined(__clang__) && __has_feature(address_sanitizer))
+#ifdef PBA_SANITIZE
 
 #include <sanitizer/allocator_interface.h>
 
