@@ -1,0 +1,32 @@
+// The command line of pba_host, which scripts and the boot image rely on.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace host {
+
+inline constexpr int kExitStarted = 0;
+inline constexpr int kExitViewFailed = 1;
+inline constexpr int kExitUsage = 2;
+inline constexpr int kExitTestBootEnded = 4;
+
+struct CommandLine
+{
+    std::string root;
+    std::string volume;
+    std::string mapperName;
+    std::string log;
+    std::optional<std::uint32_t> logSeverity;
+    std::string module;
+    bool testBoot = false;
+    bool autologonAllowed = false;
+    bool noPasswordLogin = false;
+};
+
+// Nothing when the program is to end with `*exitCode`: after --help and --version, which write to standard
+// output, and after a fault, one line on standard error.
+std::optional<CommandLine> ParseCommandLine(int argc, char **argv, int *exitCode);
+
+} // namespace host

@@ -1,0 +1,18 @@
+#include "log.h"
+
+#include "pbe/log.h"
+
+namespace host {
+namespace {
+
+constexpr std::uint32_t kNamedSeverity = 5;
+constexpr char kTag[] = "pba_host";
+
+} // namespace
+
+void Log(std::uint32_t severity, const std::string &text)
+{
+    PbeLogMessage(severity, kNamedSeverity, kTag, (text + "\r\n").c_str());
+}
+
+} // namespace host

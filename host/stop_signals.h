@@ -1,0 +1,12 @@
+// SIGINT, SIGTERM and SIGHUP end the view, which gives the display back. A second one ends the program at
+// once.
+#pragma once
+
+namespace host {
+
+inline constexpr int kExitSignal = 3;
+
+void InstallStopSignals();
+bool StopRequested();
+
+} // namespace host
