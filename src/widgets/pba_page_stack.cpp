@@ -1,0 +1,24 @@
+#include "widgets/pba_page_stack.h"
+
+namespace {
+
+constexpr int kColumnWidth = 420;
+
+} // namespace
+
+QSize PbaPageStack::sizeHint() const
+{
+    return {kColumnWidth, minimumHeight()};
+}
+
+QSize PbaPageStack::minimumSizeHint() const
+{
+    return minimumSize();
+}
+
+void PbaPageStack::resizeEvent(QResizeEvent *event)
+{
+    const int side = qMax(0, (width() - kColumnWidth) / 2);
+    setContentsMargins(side, 0, side, 0);
+    QStackedWidget::resizeEvent(event);
+}
