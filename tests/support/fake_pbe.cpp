@@ -90,7 +90,14 @@ namespace fake_pbe {
 
 void Reset()
 {
+    MessagesAtLoad();
     Holder() = std::make_unique<State>();
+}
+
+const std::vector<Message> &MessagesAtLoad()
+{
+    static const std::vector<Message> messages = Messages();
+    return messages;
 }
 
 const std::vector<Message> &Messages()

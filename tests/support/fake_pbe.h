@@ -1,6 +1,5 @@
 // A platform library for tests: it records what the module asks of it and answers as it is told. Files lie in
-// a directory of their own, made anew by Reset(). The log begins with what was written while the program was
-// loaded.
+// a directory of their own, made anew by Reset().
 #pragma once
 
 #include <cstdint>
@@ -27,6 +26,8 @@ struct Message
 void Reset();
 
 const std::vector<Message> &Messages();
+// What was written before the first Reset(): while the program was being loaded.
+const std::vector<Message> &MessagesAtLoad();
 // The texts of all messages, one behind the other.
 QByteArray LogText();
 void SetSeverity(std::uint32_t severity);
