@@ -87,7 +87,7 @@ private slots:
     void MemoryIsBounded();
     void UnusableFile_data();
     void UnusableFile();
-    void UnreadableDescriptor();
+    void FailedRead();
     void TooLarge();
     void LoadsOnce();
 };
@@ -200,13 +200,23 @@ void ConstantSettingsTest::UnusableFile()
     QVERIFY(settings.GetPrebootSettings() == kDefaultRecord.prebootSettings);
 }
 
-void ConstantSettingsTest::UnreadableDescriptor()
+// The descriptor that the platform hands out cannot be read, or ends before the size that it tells.
+void ConstantSettingsTest::FailedRead()
 {
     fake_pbe::WriteFile(kSettingsPath, kValid);
-    fake_pbe::SetNextDescriptor(open(qPrintable(fake_pbe::FileName(kSettingsPath)), O_WRONLY | O_CLOEXEC));
+    const QByteArray name = fake_pbe::FileName(kSettingsPath).toLocal8Bit();
+    fake_pbe::SetNextDescriptor(open(name, O_WRONLY | O_CLOEXEC));
     QCOMPARE(Settings().ReadConstantSettingsFromFile(kSettingsPath), kro::kAccessDenied);
-    const QString error = ErrorLine("0x80000045", u"Cannot read file "_qs + kQuotedPath + u"."_qs);
-    QVERIFY2(LogWithoutLineNumbers().contains(error), fake_pbe::LogText());
+    const int descriptor = open(name, O_RDONLY | O_CLOEXEC);
+    QCOMPARE(lseek(descriptor, 10, SEEK_SET), off_t(10));
+    fake_pbe::SetNextDescriptor(descriptor);
+    QCOMPARE(Settings().ReadConstantSettingsFromFile(kSettingsPath), kro::kUnexpected);
+    const QString shortRead = u"Unexpected reading of file %1. Read size: %2. Original size: %3"_qs.arg(
+        kQuotedPath, QString::number(kValid.size() - 10), QString::number(kValid.size()));
+    const QString log = LogWithoutLineNumbers();
+    const QString unreadable = u"Cannot read file "_qs + kQuotedPath + u"."_qs;
+    QVERIFY2(log.contains(ErrorLine("0x80000045", unreadable)), qPrintable(log));
+    QVERIFY2(log.contains(ErrorLine("0x80000040", shortRead)), qPrintable(log));
 }
 
 void ConstantSettingsTest::TooLarge()
@@ -214,7 +224,7 @@ void ConstantSettingsTest::TooLarge()
     fake_pbe::WriteFile(kSettingsPath, kValid);
     QVERIFY(QFile::resize(fake_pbe::FileName(kSettingsPath), kMaxPbaFileSize));
     QCOMPARE(Settings().ReadConstantSettingsFromFile(kSettingsPath), kro::kOk);
-    QVERIFY(QFile::resize(fake_pbe::FileName(kSettingsPath), qint64(1) << 40));
+    QVERIFY(QFile::resize(fake_pbe::FileName(kSettingsPath), kMaxPbaFileSize + 1));
     QCOMPARE(Settings().ReadConstantSettingsFromFile(kSettingsPath), kro::kAccessDenied);
 }
 
