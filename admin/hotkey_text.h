@@ -1,0 +1,15 @@
+// Hot keys as an administrator writes them: modifiers and one key, joined by "+". docs/settings-format.md
+// lists the names.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "settings/settings_record.h"
+
+namespace admin {
+
+// Nothing when `text` is not a hot key. "none" is the hot key with key 0.
+std::optional<pba::Hotkey> ParseHotkey(std::string_view text);
+
+} // namespace admin

@@ -1,0 +1,22 @@
+// Lines that hold secrets, read without a copy left behind in a buffer.
+#pragma once
+
+#include "volume/secret.h"
+
+namespace admin {
+
+enum class LineStatus {
+    Complete,
+    TooLong,
+    Ended, // nothing came before the end of the input
+    Interrupted,
+};
+
+// Reads up to the end of the line, which is not part of `*line`; a longer line is consumed whole.
+LineStatus ReadSecretLine(int file, volume::Secret *line);
+
+// Asks at the terminal of this process, whatever its standard streams are, without echo. The terminal is as
+// before when it returns, and when a signal ends the program. Throws Failure without a terminal.
+LineStatus AskSecretLine(const char *prompt, volume::Secret *line);
+
+} // namespace admin

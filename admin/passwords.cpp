@@ -1,0 +1,67 @@
+#include "passwords.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+#include "failure.h"
+#include "line_input.h"
+#include "volume/text.h"
+
+namespace admin {
+namespace {
+
+// The fields of the view take no more.
+constexpr std::size_t kMaxNewPasswordUnits = 127;
+
+bool IsControlCharacter(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+void CheckNewPassword(const volume::Secret &password)
+{
+    const std::string_view text = password.View();
+    const std::optional<std::size_t> units = volume::Utf16Length(text);
+    if (text.empty())
+        throw Failure("the new password is empty");
+    if (!units || std::any_of(text.begin(), text.end(), IsControlCharacter))
+        throw Failure("the new password has characters that cannot be typed; it must be UTF-8 text");
+    if (*units > kMaxNewPasswordUnits)
+        throw Failure("the new password is longer than 127 characters, the most that the login page takes");
+}
+
+} // namespace
+
+volume::Secret PasswordSource::Read(const char *prompt) const
+{
+    volume::Secret password;
+    const LineStatus status =
+        m_fromStandardInput ? ReadSecretLine(STDIN_FILENO, &password) : AskSecretLine(prompt, &password);
+    switch (status) {
+    case LineStatus::Complete:
+        return password;
+    case LineStatus::TooLong:
+        throw Failure("the password is longer than 512 bytes");
+    case LineStatus::Ended:
+        throw Failure("the input ended where a password was expected");
+    case LineStatus::Interrupted:
+        break;
+    }
+    throw Failure("interrupted");
+}
+
+volume::Secret PasswordSource::Existing() const
+{
+    return Read("Existing password of the volume: ");
+}
+
+volume::Secret PasswordSource::New() const
+{
+    volume::Secret password = Read("New password: ");
+    CheckNewPassword(password);
+    if (!m_fromStandardInput && Read("New password again: ").View() != password.View())
+        throw Failure("the two passwords differ; nothing was changed");
+    return password;
+}
+
+} // namespace admin

@@ -1,0 +1,103 @@
+#include "scratch_file.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+#include "failure.h"
+
+namespace admin {
+namespace {
+
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+// Read by the signal handler; null while there is nothing to remove.
+const char *volatile s_unfinished = nullptr;
+
+void RemoveAndEnd(int signal)
+{
+    if (s_unfinished)
+        unlink(s_unfinished);
+    raise(signal); // once the handler has returned, with its usual effect: see SA_RESETHAND
+}
+
+void RemoveOnSignals(const char *path)
+{
+    struct sigaction action = {};
+    action.sa_handler = RemoveAndEnd;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    s_unfinished = path;
+    for (int signal : kEndingSignals)
+        sigaction(signal, &action, nullptr);
+}
+
+} // namespace
+
+ScratchFile::ScratchFile(const std::string &finalPath)
+    : m_finalPath(finalPath)
+    , m_path(finalPath + ".XXXXXX")
+    , m_file(mkostemp(m_path.data(), O_CLOEXEC))
+{
+    if (m_file < 0)
+        Fail("cannot be created");
+    RemoveOnSignals(m_path.c_str());
+}
+
+ScratchFile::~ScratchFile()
+{
+    s_unfinished = nullptr;
+    close(m_file);
+    if (!m_finished)
+        unlink(m_path.c_str());
+}
+
+void ScratchFile::FinishNew()
+{
+    Synchronise();
+    if (renameat2(AT_FDCWD, m_path.c_str(), AT_FDCWD, m_finalPath.c_str(), RENAME_NOREPLACE) != 0) {
+        // Not every file system knows a rename that never replaces.
+        if (errno != EINVAL || access(m_finalPath.c_str(), F_OK) == 0 ||
+            rename(m_path.c_str(), m_finalPath.c_str()) != 0)
+            Fail("cannot be created");
+    }
+    m_finished = true;
+    SynchroniseDirectory();
+}
+
+void ScratchFile::FinishReplacing()
+{
+    Synchronise();
+    if (rename(m_path.c_str(), m_finalPath.c_str()) != 0)
+        Fail("cannot be written");
+    m_finished = true;
+    SynchroniseDirectory();
+}
+
+void ScratchFile::Synchronise() const
+{
+    if (fsync(m_file) != 0)
+        Fail("cannot be written");
+}
+
+// So that the name survives a loss of power; not every file system can, and the file is complete either way.
+void ScratchFile::SynchroniseDirectory() const
+{
+    const std::filesystem::path directory = std::filesystem::absolute(m_finalPath).parent_path();
+    const int file = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return;
+    fsync(file);
+    close(file);
+}
+
+void ScratchFile::Fail(const char *what) const
+{
+    throw Failure(m_finalPath + ": " + what + ": " + std::strerror(errno));
+}
+
+} // namespace admin

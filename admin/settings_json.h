@@ -1,0 +1,16 @@
+// Settings as an administrator writes them, in JSON (docs/settings-format.md).
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "settings/settings_record.h"
+
+namespace admin {
+
+// Nothing when there is a fault. Every fault goes into `*faults`, as "place in the JSON: what is wrong".
+std::optional<pba::ConstantSettingsRecord> ReadSettings(const std::string &json,
+                                                        std::vector<std::string> *faults);
+
+} // namespace admin
