@@ -5,6 +5,12 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
+namespace {
+
+constexpr int kAlwaysShown = 80;
+
+} // namespace
+
 PbaComboBox::PbaComboBox(QWidget *parent)
     : QPushButton(parent)
     , m_menu(new QMenu(this))
@@ -100,14 +106,19 @@ void PbaComboBox::Underline()
 // A long name may be cut, or it would push its neighbours off the screen.
 QSize PbaComboBox::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() + iconSize().width(), sizeHint().height()};
+    const QSize whole = sizeHint();
+    return {qMin(whole.width(), kAlwaysShown), whole.height()};
 }
 
 void PbaComboBox::paintEvent(QPaintEvent *)
 {
     QStyleOptionButton option;
     initStyleOption(&option);
-    const int room = width() - (sizeHint().width() - option.fontMetrics.horizontalAdvance(text()));
-    option.text = option.fontMetrics.elidedText(text(), Qt::ElideRight, qMax(room, 0));
+    // The room that the text has: what the button lacks is missing there.
+    const int lacking = sizeHint().width() - width();
+    if (lacking > 0)
+        option.text = option.fontMetrics.elidedText(text(), Qt::ElideRight,
+                                                    option.fontMetrics.horizontalAdvance(text()) - lacking);
+    setToolTip(lacking > 0 ? text() : QString());
     QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
 }

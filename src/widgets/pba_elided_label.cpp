@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int kAlwaysShown = 120;
+constexpr int kAlwaysShown = 150;
 
 } // namespace
 
@@ -19,8 +19,10 @@ void PbaElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     drawFrame(&painter);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
-    setToolTip(shown == text() ? QString() : text());
+    const bool fits = sizeHint().width() <= width();
+    setToolTip(fits ? QString() : text());
+    const QString shown =
+        fits ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
     style()->drawItemText(&painter, contentsRect(),
                           static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())),
                           palette(), isEnabled(), shown, foregroundRole());

@@ -3,12 +3,14 @@
 namespace {
 
 constexpr int kColumnWidth = 420;
+// Wide enough to take all the room that a screen of 800 pixels has, from the gap beside the pages too.
+constexpr int kPreferredWidth = 520;
 
 } // namespace
 
 QSize PbaPageStack::sizeHint() const
 {
-    return {kColumnWidth, minimumHeight()};
+    return {kPreferredWidth, minimumHeight()};
 }
 
 QSize PbaPageStack::minimumSizeHint() const
