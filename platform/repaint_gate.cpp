@@ -1,10 +1,12 @@
 #include "repaint_gate.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QApplication>
 #include <QEvent>
-#include <QWindow>
+
+#include "painting.h"
 
 namespace pbe {
 
@@ -27,15 +29,11 @@ void RepaintGate::Open()
         if (window)
             window->setUpdatesEnabled(true);
     }
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        if (window->isVisible())
-            window->repaint();
-    }
     for (const auto &receiver : std::exchange(m_owed, {})) {
         if (receiver)
             QCoreApplication::postEvent(receiver, new QEvent(QEvent::UpdateRequest));
     }
+    PaintWindowsNow();
 }
 
 bool RepaintGate::eventFilter(QObject *receiver, QEvent *event)
@@ -66,7 +64,8 @@ void RepaintGate::Hold(QWidget *window)
 // that closes. It asks for no second one before it got the first, so it is given one later.
 bool RepaintGate::Keep(QObject *receiver)
 {
-    m_owed.emplace_back(receiver);
+    if (std::find(m_owed.begin(), m_owed.end(), receiver) == m_owed.end())
+        m_owed.emplace_back(receiver);
     return true;
 }
 

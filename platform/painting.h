@@ -1,0 +1,9 @@
+// Painting without a turn of the event loop, which would process input and timers.
+#pragma once
+
+namespace pbe {
+
+// Everything that the application has to show is on the display when this returns.
+void PaintWindowsNow();
+
+} // namespace pbe
