@@ -1,16 +1,19 @@
 #include "application.h"
 
+#include <utility>
+
 #include <QApplication>
 
 namespace pbe {
 
 namespace {
 
-std::unique_ptr<Application> s_current;
+// Not owned by a static object: a process that exits inside its application must not take this apart.
+Application *s_current = nullptr;
 
 void Finish()
 {
-    s_current.reset();
+    delete std::exchange(s_current, nullptr);
 }
 
 // The toolkit calls this for every application object that is made, and Finish at the start of its
@@ -19,7 +22,7 @@ void Start()
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return;
-    s_current = std::make_unique<Application>();
+    s_current = new Application;
     qAddPostRoutine(Finish);
 }
 
@@ -29,7 +32,7 @@ Q_COREAPP_STARTUP_FUNCTION(Start)
 
 Application *Application::Current()
 {
-    return s_current.get();
+    return s_current;
 }
 
 } // namespace pbe

@@ -14,7 +14,7 @@ extern "C" {
 PBE_EXPORT void PbeSetFileRoot(const char *directory);
 
 // `*file` becomes the running system's name of `path`, UTF-8. A path that does not begin with a backslash, or
-// that has a component "..", is refused with kInvalidArgument.
+// that has a component "..", a slash or half a surrogate pair, is refused with kInvalidArgument.
 PBE_EXPORT kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *file);
 
 // Whether something of that name exists, of whatever kind.
@@ -24,7 +24,8 @@ PBE_EXPORT bool PbeFileExists(const char16_t *path);
 // regular file (a fifo, a device, a directory) is refused with kAccessDenied, like a file that may not be
 // opened; a missing one gives kNotFound.
 PBE_EXPORT kro::result_t PbeOpenFileForReading(const char16_t *path, int *descriptor);
-// As above, emptied; a missing file is created (its directory must exist).
+// As above, emptied; a missing file is created (its directory must exist), readable by its owner only. Unlike
+// reading, it does not follow a link in the last component: that is refused with kAccessDenied.
 PBE_EXPORT kro::result_t PbeOpenFileForWriting(const char16_t *path, int *descriptor);
 
 } // extern "C"

@@ -9,7 +9,7 @@
 extern "C" {
 
 // Writes one line. `text` ends in CR LF and a zero; `tag` is eight characters wide. The line reaches the sink
-// whole, in one write, as "tag text". Lines above the severity are dropped. `kind` is 5 for a line of a named
+// whole, in one write: the tag, and right behind it the text as it stands. Lines above the severity are dropped. `kind` is 5 for a line of a named
 // severity (a multiple of 100 from 100 to 1000) and 0 for any other; the log keeps nothing of it.
 PBE_EXPORT void PbeLogMessage(std::uint32_t severity, std::uint32_t kind, const char *tag, const char *text);
 

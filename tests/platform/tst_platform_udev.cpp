@@ -2,28 +2,9 @@
 #include <umockdev.h>
 // The toolkit's names collide with this header's when it comes second.
 #include <QTest>
-#include <QWidget>
 
-#include "pbe/events.h"
+#include "notice_counter.h"
 #include "pbe/mouse_notifier.h"
-
-namespace {
-
-class NoticeCounter : public QWidget
-{
-public:
-    QList<int> notices;
-
-protected:
-    bool event(QEvent *event) override
-    {
-        if (event->type() == pbe::kMouseAdded || event->type() == pbe::kMouseRemoved)
-            notices.append(event->type());
-        return QWidget::event(event);
-    }
-};
-
-} // namespace
 
 class TestUdev : public QObject
 {

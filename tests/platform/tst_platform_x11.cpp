@@ -10,8 +10,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "notice_counter.h"
 #include "pbe/application.h"
-#include "pbe/events.h"
 #include "pbe/mouse_notifier.h"
 #include "pbe/screen.h"
 
@@ -40,20 +40,6 @@ int TimesHidden()
     return times;
 }
 
-class NoticeCounter : public QWidget
-{
-public:
-    QList<int> notices;
-
-protected:
-    bool event(QEvent *event) override
-    {
-        if (event->type() == pbe::kMouseAdded || event->type() == pbe::kMouseRemoved)
-            notices.append(event->type());
-        return QWidget::event(event);
-    }
-};
-
 // Another program at the same server.
 class OtherClient
 {
@@ -77,10 +63,11 @@ public:
 
     void EnableMouse(bool enabled) const
     {
-        const std::uint8_t value = enabled;
+        // One byte counts; the request is sent in units of four.
+        const std::uint8_t value[4] = {enabled};
         const auto cookie =
             xcb_input_xi_change_property_checked(m_connection, Mouse(), XCB_PROP_MODE_REPLACE, 8,
-                                                 Atom("Device Enabled"), XCB_ATOM_INTEGER, 1, &value);
+                                                 Atom("Device Enabled"), XCB_ATOM_INTEGER, 1, value);
         QVERIFY(!Own(xcb_request_check(m_connection, cookie)));
     }
 
