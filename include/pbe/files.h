@@ -20,8 +20,8 @@ PBE_EXPORT kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *fil
 // Whether something of that name exists, of whatever kind.
 PBE_EXPORT bool PbeFileExists(const char16_t *path);
 
-// Opens a regular file and stores its descriptor, which the caller closes. Never waits: anything that is not a
-// regular file (a fifo, a device, a directory) is refused with kAccessDenied, like a file that may not be
+// Opens a regular file and stores its descriptor, which the caller closes. Never waits: anything that is not
+// a regular file (a fifo, a device, a directory) is refused with kAccessDenied, like a file that may not be
 // opened; a missing one gives kNotFound.
 PBE_EXPORT kro::result_t PbeOpenFileForReading(const char16_t *path, int *descriptor);
 // As above, emptied; a missing file is created (its directory must exist), readable by its owner only. Unlike

@@ -9,8 +9,9 @@
 extern "C" {
 
 // Writes one line. `text` ends in CR LF and a zero; `tag` is eight characters wide. The line reaches the sink
-// whole, in one write: the tag, and right behind it the text as it stands. Lines above the severity are dropped. `kind` is 5 for a line of a named
-// severity (a multiple of 100 from 100 to 1000) and 0 for any other; the log keeps nothing of it.
+// whole, in one write: the tag, and right behind it the text as it stands. Lines above the severity are
+// dropped. `kind` is 5 for a line of a named severity (a multiple of 100 from 100 to 1000) and 0 for any
+// other; the log keeps nothing of it.
 PBE_EXPORT void PbeLogMessage(std::uint32_t severity, std::uint32_t kind, const char *tag, const char *text);
 
 // The highest severity that is logged: 300 errors, 700 calls, 900 details. Texts that a person types may be

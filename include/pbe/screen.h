@@ -15,8 +15,9 @@ public:
     void TurnOnScreenRepaint();
     void TurnOffScreenRepaint();
 
-    // Whether the pointer may be seen. Carried out under X11; on a framebuffer the toolkit shows the pointer only
-    // while a mouse is connected, and the wish is kept without effect. Leaves the toolkit's stack of override cursors alone.
+    // Whether the pointer may be seen. Carried out under X11; on a framebuffer the toolkit shows the pointer
+    // only while a mouse is connected, and the wish is kept without effect. Leaves the toolkit's stack of
+    // override cursors alone.
     void SetPointerVisible(bool visible);
     bool IsPointerVisible() const;
 
