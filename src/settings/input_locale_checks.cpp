@@ -42,10 +42,9 @@ kro::result_t CheckGlobalHotkeys(const pba::PrebootSettings &settings)
     return result;
 }
 
+// A layout without a hot key passes: key 0 is no modifier key.
 kro::result_t CheckLayout(const pba::InputLanguage &language, const pba::KeyboardLayout &layout)
 {
-    if (layout.selectHotkey.key == 0)
-        return kro::kOk;
     const kro::result_t result = CheckHotkey(layout.selectHotkey);
     if (kro::Failed(result)) {
         TraceError(kCheckInputLocales, __LINE__, result)

@@ -15,7 +15,7 @@ constexpr char kWrite[] = "WriteTextToFile";
 QString Decode(const QByteArray &bytes)
 {
     QStringDecoder decode(QStringDecoder::Utf16);
-    QString text = decode(QByteArrayView(bytes).first(bytes.size() & ~qsizetype{1}));
+    QString text = decode(bytes);
     return text.replace(u"\r\n"_qs, u"\n"_qs);
 }
 

@@ -81,6 +81,7 @@ class ConstantSettingsTest : public QObject
 private slots:
     void init() { fake_pbe::Reset(); }
     void DecodesEverything();
+    void DecodesSmallestElements();
     void RefusesEveryTruncation();
     void HostileCounts_data();
     void HostileCounts();
@@ -101,6 +102,18 @@ void ConstantSettingsTest::DecodesEverything()
     }
 }
 
+// Nothing but what the encoding demands, so often that a bound one byte too strict would refuse it.
+void ConstantSettingsTest::DecodesSmallestElements()
+{
+    const QByteArray language = U16(1) + U32(0) + U32(0);
+    const QByteArray layout = U32(1) + U32(0) + U16(0) + U16(0);
+    const QByteArray last = U16(1) + U32(0) + U32(100) + layout.repeated(100);
+    ConstantSettingsRecord record;
+    QCOMPARE(Decode(kHead + U32(1) + last + kHotkeys, &record), kro::kOk);
+    QCOMPARE(Decode(kHead + U32(100) + language.repeated(100) + kHotkeys, &record), kro::kOk);
+    QCOMPARE(record.prebootSettings.inputLanguages.size(), 100u);
+}
+
 void ConstantSettingsTest::RefusesEveryTruncation()
 {
     for (int length = 0; length < kValid.size(); ++length) {
@@ -114,7 +127,7 @@ void ConstantSettingsTest::HostileCounts_data()
     QTest::addColumn<QByteArray>("bytes");
     const QByteArray language = U16(1033) + Text(u"x"_qs);
     const QByteArray filler(4096, '\0');
-    for (const quint32 count : {0xFFFFFFFFu, 0x80000000u, 0x15555556u, 5000u}) {
+    for (const quint32 count : {0xFFFFFFFFu, 0x80000000u, 0x15555556u, 4000u}) {
         QTest::addRow("host name of %u", count) << kVersion + U32(count) + filler;
         QTest::addRow("%u languages", count) << kHead + U32(count) + filler;
         QTest::addRow("%u layouts", count) << kHead + U32(1) + language + U32(count) + filler;
