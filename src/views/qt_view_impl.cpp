@@ -44,10 +44,9 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     Form().setupUi(this);
     ApplyPbaStyle(this);
     setWindowFlags(kWindowFlags);
-    for (QWidget *widget : std::initializer_list<QWidget *>{Form().loginDomain, Form().fpsButton,
-                                                            Form().accelerationFactor,
-                                                            Form().pixelsPerMillimeter,
-                                                            Form().accelerationThreshold})
+    for (QWidget *widget :
+         std::initializer_list<QWidget *>{Form().loginDomain, Form().fpsButton, Form().accelerationFactor,
+                                          Form().pixelsPerMillimeter, Form().accelerationThreshold})
         widget->hide();
     m_testBootTimer->setSingleShot(true);
     m_testBootTimer->setTimerType(Qt::PreciseTimer);
@@ -154,8 +153,7 @@ bool QtViewImpl::event(QEvent *event)
 
 bool QtViewImpl::StartsOsDuringTestBoot(const QEvent &event) const
 {
-    return m_testBootActive
-           && (event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride);
+    return m_testBootActive && (event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride);
 }
 
 // Tokens may have changed while a message stood in front of the dialog.

@@ -46,8 +46,8 @@ void QtViewImpl::OnStartOsDuringTestBoot()
     m_testBootActive = false;
     m_testMode = false;
     m_testBootTimer->stop();
-    const kro::result_t result
-        = m_businessLogic ? m_businessLogic->StartOperatingSystem() : kro::kNotInitialized;
+    const kro::result_t result =
+        m_businessLogic ? m_businessLogic->StartOperatingSystem() : kro::kNotInitialized;
     if (Succeeded(result, trace, kMember, __LINE__))
         CallDeferredStateChange();
 }

@@ -20,9 +20,10 @@ void QtViewImpl::OnShowHelp()
     if (ReadTextFromFile(path, &text))
         ShowMessage(tr("Preboot authentication help"), text, kSeverityInformation, kMessagePlain, true);
     else
-        ShowMessage(u"Error reading help from disk"_qs,
-                    u"Authentication agent internal error. Cannot read help file \"%1\"."_qs.arg(path, 0, u' '),
-                    kSeverityError, kMessagePlain, false);
+        ShowMessage(
+            u"Error reading help from disk"_qs,
+            u"Authentication agent internal error. Cannot read help file \"%1\"."_qs.arg(path, 0, u' '),
+            kSeverityError, kMessagePlain, false);
 }
 
 } // namespace pba

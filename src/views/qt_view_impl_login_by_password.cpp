@@ -45,9 +45,8 @@ void QtViewImpl::ShowLoginByPasswordScreen()
     TraceScope trace(kMember);
     SetScreen(kScreenLoginByPassword);
     bool suppressed = false;
-    if (m_passwordLogic
-        && !Succeeded(m_passwordLogic->IsAutologonSuppressed(&suppressed), trace, kMember,
-                      report_line::kShowLoginByPassword))
+    if (m_passwordLogic && !Succeeded(m_passwordLogic->IsAutologonSuppressed(&suppressed), trace, kMember,
+                                      report_line::kShowLoginByPassword))
         return;
     if (!suppressed)
         QTimer::singleShot(kAutologonDelayMs, Qt::PreciseTimer, this, &QtViewImpl::TryToAutologon);
@@ -100,16 +99,15 @@ void QtViewImpl::OnChangeDomain()
 void QtViewImpl::OnLoginOrPasswordTextChanged()
 {
     const TraceScope trace("pba::QtViewImpl::OnLoginOrPasswordTextChanged");
-    Form().changePasswordButton->setEnabled(!Form().loginUserName->text().isEmpty()
-                                            && !Form().loginPassword->text().isEmpty());
+    Form().changePasswordButton->setEnabled(!Form().loginUserName->text().isEmpty() &&
+                                            !Form().loginPassword->text().isEmpty());
 }
 
 bool QtViewImpl::CheckLoginFields()
 {
     if (Form().loginUserName->text().isEmpty()) {
-        ShowMessage(tr("User name field is empty"),
-                    tr("User name field is empty. Please enter a user name."), kSeverityWarning,
-                    kMessagePlain, false);
+        ShowMessage(tr("User name field is empty"), tr("User name field is empty. Please enter a user name."),
+                    kSeverityWarning, kMessagePlain, false);
         return false;
     }
     if (Form().loginPassword->text().isEmpty()) {
@@ -126,11 +124,12 @@ void QtViewImpl::OnLogin()
     TraceScope trace(kMember);
     if (!CheckLoginFields())
         return;
-    kro::result_t result
-        = m_businessLogic ? m_businessLogic->StartLoginByPassword(m_passwordAdapter.get()) : kro::kNotInitialized;
+    kro::result_t result = m_businessLogic ? m_businessLogic->StartLoginByPassword(m_passwordAdapter.get())
+                                           : kro::kNotInitialized;
     if (!Succeeded(result, trace, kMember, report_line::kOnLoginStart))
         return;
-    // Taken before the call: a message that the host shows inside may lead to a screen that empties the fields.
+    // Taken before the call: a message that the host shows inside may lead to a screen that empties the
+    // fields.
     const QString domain = Form().loginDomain->text();
     const QString userName = Form().loginUserName->text();
     {

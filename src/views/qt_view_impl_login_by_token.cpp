@@ -1,7 +1,7 @@
 // The token pages, and the check whether tokens that came or went change the screen.
 #include "views/qt_view_impl.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include "pbe/screen.h"
 #include "views/report_lines.h"
@@ -25,8 +25,8 @@ void QtViewImpl::ShowLoginByTokenScreen()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::ShowLoginByTokenScreen";
     TraceScope trace(kMember);
-    const kro::result_t result
-        = m_businessLogic ? m_businessLogic->StartLoginByToken(m_tokenAdapter.get()) : kro::kNotInitialized;
+    const kro::result_t result =
+        m_businessLogic ? m_businessLogic->StartLoginByToken(m_tokenAdapter.get()) : kro::kNotInitialized;
     if (!Succeeded(result, trace, kMember, report_line::kShowLoginByToken))
         return;
     SetScreen(kScreenLoginByToken);
@@ -37,15 +37,17 @@ bool QtViewImpl::IsAnyTokenConnected()
     static constexpr char kMember[] = "pba::QtViewImpl::IsAnyTokenConnected";
     TraceScope trace(kMember);
     bool connected = false;
-    const kro::result_t result
-        = m_businessLogic ? m_businessLogic->CheckTokensConnected(&connected) : kro::kNotInitialized;
+    const kro::result_t result =
+        m_businessLogic ? m_businessLogic->CheckTokensConnected(&connected) : kro::kNotInitialized;
     return Succeeded(result, trace, kMember, report_line::kIsAnyTokenConnected) && connected;
 }
 
 void QtViewImpl::OnUpdateConnectedTokens()
 {
     const TraceScope trace("pba::QtViewImpl::OnUpdateConnectedTokens");
-    if ((m_options & kOptionLoginByToken) == 0 || !FollowsTokens(CurrentScreen()) || !isActiveWindow())
+    // A message that has only just come up may not be the active window yet.
+    const bool inFront = isActiveWindow() && !QApplication::activeModalWidget();
+    if ((m_options & kOptionLoginByToken) == 0 || !FollowsTokens(CurrentScreen()) || !inFront)
         return;
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     QPbeScreen::Current()->SetPointerVisible(true);
@@ -57,8 +59,8 @@ void QtViewImpl::OnUpdateConnectedTokensSlot()
     static constexpr char kMember[] = "pba::QtViewImpl::OnUpdateConnectedTokensSlot";
     TraceScope trace(kMember);
     bool screenMustChange = false;
-    const kro::result_t result
-        = m_businessLogic ? m_businessLogic->UpdateConnectedTokens(&screenMustChange) : kro::kNotInitialized;
+    const kro::result_t result =
+        m_businessLogic ? m_businessLogic->UpdateConnectedTokens(&screenMustChange) : kro::kNotInitialized;
     QGuiApplication::restoreOverrideCursor();
     m_startupBusy = false;
     UpdatePointer();

@@ -109,8 +109,9 @@ void QtViewImpl::UpdateDebugLoggingWarning(int screen)
     const bool verbose = severity >= kVerboseLogging;
     const bool shown = verbose || (severity >= kDebugLogging && !TraitsOf(screen).passive);
     if (verbose)
-        Form().warningLabel->setText(tr("WARNING!\nVerbose debug logging is enabled.\nYour private data can be "
-                                        "saved to log file."));
+        Form().warningLabel->setText(
+            tr("WARNING!\nVerbose debug logging is enabled.\nYour private data can be "
+               "saved to log file."));
     else if (shown)
         Form().warningLabel->setText(
             tr("WARNING!\nDebug logging is enabled.\nYour private data can be saved to log file."));

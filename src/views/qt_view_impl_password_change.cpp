@@ -50,8 +50,8 @@ void QtViewImpl::ShowLoggedInInternal()
 
 void QtViewImpl::StartOperatingSystemAfterLogin(TraceScope &trace)
 {
-    const kro::result_t result
-        = m_businessLogic ? m_businessLogic->StartOperatingSystem() : kro::kNotInitialized;
+    const kro::result_t result =
+        m_businessLogic ? m_businessLogic->StartOperatingSystem() : kro::kNotInitialized;
     if (Succeeded(result, trace, "pba::QtViewImpl::ShowLoggedInInternal", report_line::kShowLoggedInStartOs))
         CallDeferredStateChange();
 }
@@ -68,8 +68,8 @@ void QtViewImpl::OfferPasswordChange(TraceScope &trace)
     if (!Succeeded(result, trace, kMember, report_line::kShowLoggedInChangeInfo))
         return;
     if (allowed) {
-        const QString prompt
-            = tr("Password change procedure initiated. Please enter and confirm new password.");
+        const QString prompt =
+            tr("Password change procedure initiated. Please enter and confirm new password.");
         if (ShowChangePasswordInternal(tr("Enter new password"), prompt, false))
             CallDeferredStateChange();
         return;
@@ -96,8 +96,8 @@ bool QtViewImpl::ShowChangePasswordInternal(const QString &title, const QString 
     Form().cancelPasswordChange->setVisible(!hideCancel);
     kro::wstring_t domain;
     kro::wstring_t userName;
-    const kro::result_t result = m_passwordLogic ? m_passwordLogic->PrepareChangePassword(&domain, &userName)
-                                                 : kro::kNotInitialized;
+    const kro::result_t result =
+        m_passwordLogic ? m_passwordLogic->PrepareChangePassword(&domain, &userName) : kro::kNotInitialized;
     if (!Succeeded(result, trace, kMember, report_line::kShowChangePassword))
         return false;
     Form().changePasswordUserNameLabel->setText(UserLabel(FromHostString(domain), FromHostString(userName)));
@@ -129,8 +129,8 @@ void QtViewImpl::OnCancelChangePassword()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::OnCancelChangePassword";
     TraceScope trace(kMember);
-    const kro::result_t result
-        = m_passwordLogic ? m_passwordLogic->CancelChangePassword() : kro::kNotInitialized;
+    const kro::result_t result =
+        m_passwordLogic ? m_passwordLogic->CancelChangePassword() : kro::kNotInitialized;
     if (Succeeded(result, trace, kMember, report_line::kOnCancelChangePassword))
         CallDeferredStateChange();
 }

@@ -36,9 +36,10 @@ void QtViewImpl::OnPasswordRecovery()
     const TraceScope trace("pba::QtViewImpl::OnPasswordRecovery");
     PbaMessageBox box;
     box.SetTitle(tr("Password Reset"));
-    box.SetText(tr("You are starting the password reset procedure. You have to contact the system administrator, "
-                   "gave him some data and enter back other data, it can take some time.\n\nAre you sure that you "
-                   "want to start the password reset procedure?"));
+    box.SetText(
+        tr("You are starting the password reset procedure. You have to contact the system administrator, "
+           "gave him some data and enter back other data, it can take some time.\n\nAre you sure that you "
+           "want to start the password reset procedure?"));
     box.SetButton2Text(tr("CANCEL"));
     box.SetButton3Text(tr("CONTINUE"));
     RunModal(box);

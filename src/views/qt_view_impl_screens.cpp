@@ -40,9 +40,9 @@ void QtViewImpl::SetScreen(int index)
 
 void QtViewImpl::ClearDefaultButtons()
 {
-    for (QPushButton *button : {Form().loginButton, Form().saveNewPasswordButton,
-                                Form().continueToResponceButton, Form().continueToChangePasswordButton,
-                                Form().testBootButton})
+    for (QPushButton *button :
+         {Form().loginButton, Form().saveNewPasswordButton, Form().continueToResponceButton,
+          Form().continueToChangePasswordButton, Form().testBootButton})
         button->setDefault(false);
 }
 

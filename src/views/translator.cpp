@@ -34,7 +34,8 @@ bool Translator::Load()
 kro::wstring_t Translator::Translate(const char *context, const char *sourceText, const char *disambiguation,
                                      std::int32_t count)
 {
-    return TranslationOrSource(m_translator.translate(context, sourceText, disambiguation, count), sourceText);
+    return TranslationOrSource(m_translator.translate(context, sourceText, disambiguation, count),
+                               sourceText);
 }
 
 kro::wstring_t Translator::Translate(const char *context, const char *sourceText, const char *disambiguation)
