@@ -1,5 +1,6 @@
-// A label for one line of text of any length: what does not fit is cut, and a tool tip tells the whole. It so
-// never widens the window. The first part of the text, up to a modest width, is always shown.
+// A label for a name of any length, on one line where it fits. Else it is broken anywhere over the lines that
+// the label is high; what is still too long is cut, and a tool tip tells the whole. It so never widens the
+// window.
 #pragma once
 
 #include <QLabel>
@@ -15,4 +16,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    int WrappedWidth(const QRect &room) const;
 };
