@@ -4,8 +4,11 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
+
+#include <libcryptsetup.h>
 
 #include "failure.h"
 
@@ -23,15 +26,21 @@ void OnSignal(int signal)
     s_signal = signal;
 }
 
-// Holds signals that end or stop the program until the terminal echoes again.
+// Holds signals that end or stop the program until the terminal echoes again. They are let in only while
+// waiting for input, so that none can slip between a look at s_signal and the wait.
 class HeldSignals
 {
 public:
     HeldSignals()
     {
         s_signal = 0;
+        sigset_t held;
+        sigemptyset(&held);
+        for (int signal : kSignals)
+            sigaddset(&held, signal);
+        sigprocmask(SIG_BLOCK, &held, &m_formerMask);
         struct sigaction action = {};
-        action.sa_handler = OnSignal; // without SA_RESTART: reading ends
+        action.sa_handler = OnSignal;
         for (std::size_t i = 0; i < kSignalCount; ++i)
             sigaction(kSignals[i], &action, &m_former[i]);
     }
@@ -39,14 +48,27 @@ public:
     {
         for (std::size_t i = 0; i < kSignalCount; ++i)
             sigaction(kSignals[i], &m_former[i], nullptr);
+        sigprocmask(SIG_SETMASK, &m_formerMask, nullptr);
         if (s_signal)
             raise(s_signal);
     }
     HeldSignals(const HeldSignals &) = delete;
     HeldSignals &operator=(const HeldSignals &) = delete;
 
+    // False when a signal came instead of input.
+    bool WaitForInput(int file) const
+    {
+        pollfd input{file, POLLIN, 0};
+        while (ppoll(&input, 1, nullptr, &m_formerMask) < 0 && errno == EINTR) {
+            if (s_signal)
+                return false;
+        }
+        return true;
+    }
+
 private:
     struct sigaction m_former[kSignalCount];
+    sigset_t m_formerMask;
 };
 
 class SilentTerminal
@@ -82,17 +104,15 @@ private:
 };
 
 // 1 for a byte, 0 at the end, -1 after a signal.
-int ReadByte(int file, char *byte)
+int ReadByte(int file, const HeldSignals *signals, char *byte)
 {
-    for (;;) {
-        const ssize_t count = read(file, byte, 1);
-        if (count >= 0)
-            return static_cast<int>(count);
-        if (errno != EINTR)
-            return 0;
-        if (s_signal)
-            return -1;
-    }
+    if (signals && !signals->WaitForInput(file))
+        return -1;
+    ssize_t count = 0;
+    do
+        count = read(file, byte, 1);
+    while (count < 0 && errno == EINTR);
+    return count > 0 ? 1 : 0;
 }
 
 void DropCarriageReturn(volume::Secret *line)
@@ -101,20 +121,18 @@ void DropCarriageReturn(volume::Secret *line)
         line->SetSize(line->Size() - 1);
 }
 
-} // namespace
-
-LineStatus ReadSecretLine(int file, volume::Secret *line)
+LineStatus ReadLine(int file, const HeldSignals *signals, volume::Secret *line)
 {
     *line = volume::Secret(kMaxLineBytes + 1); // room for a carriage return
     bool fits = true;
     bool any = false;
     char byte = 0;
     int status = 0;
-    while ((status = ReadByte(file, &byte)) > 0 && byte != '\n') {
+    while ((status = ReadByte(file, signals, &byte)) > 0 && byte != '\n') {
         any = true;
         fits = line->Append(byte) && fits;
     }
-    byte = 0;
+    crypt_safe_memzero(&byte, sizeof byte);
     if (status < 0)
         return LineStatus::Interrupted;
     if (status == 0 && !any)
@@ -123,12 +141,19 @@ LineStatus ReadSecretLine(int file, volume::Secret *line)
     return fits && line->Size() <= kMaxLineBytes ? LineStatus::Complete : LineStatus::TooLong;
 }
 
+} // namespace
+
+LineStatus ReadSecretLine(int file, volume::Secret *line)
+{
+    return ReadLine(file, nullptr, line);
+}
+
 LineStatus AskSecretLine(const char *prompt, volume::Secret *line)
 {
     const HeldSignals held;
     const SilentTerminal terminal;
     terminal.Say(prompt);
-    const LineStatus status = ReadSecretLine(terminal.File(), line);
+    const LineStatus status = ReadLine(terminal.File(), &held, line);
     terminal.Say("\n");
     return status;
 }

@@ -8,8 +8,8 @@ namespace admin {
 enum class LineStatus {
     Complete,
     TooLong,
-    Ended, // nothing came before the end of the input
-    Interrupted,
+    Ended,       // nothing came before the end of the input
+    Interrupted, // by a signal that did not end the program: ask again
 };
 
 // Reads up to the end of the line, which is not part of `*line`; a longer line is consumed whole.

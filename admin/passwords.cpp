@@ -35,19 +35,15 @@ void CheckNewPassword(const volume::Secret &password)
 volume::Secret PasswordSource::Read(const char *prompt) const
 {
     volume::Secret password;
-    const LineStatus status =
-        m_fromStandardInput ? ReadSecretLine(STDIN_FILENO, &password) : AskSecretLine(prompt, &password);
-    switch (status) {
-    case LineStatus::Complete:
-        return password;
-    case LineStatus::TooLong:
+    LineStatus status = LineStatus::Interrupted;
+    while (status == LineStatus::Interrupted)
+        status =
+            m_fromStandardInput ? ReadSecretLine(STDIN_FILENO, &password) : AskSecretLine(prompt, &password);
+    if (status == LineStatus::TooLong)
         throw Failure("the password is longer than 512 bytes");
-    case LineStatus::Ended:
+    if (status == LineStatus::Ended)
         throw Failure("the input ended where a password was expected");
-    case LineStatus::Interrupted:
-        break;
-    }
-    throw Failure("interrupted");
+    return password;
 }
 
 volume::Secret PasswordSource::Existing() const

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,10 +20,10 @@ constexpr mode_t kReadableByAll = 0644; // nothing in it is secret
 std::string ReadWhole(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    if (!file || !(text << file.rdbuf()))
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad())
         throw Failure(path + ": cannot be read; check the path");
-    return text.str();
+    return text;
 }
 
 void WriteWhole(const ScratchFile &file, const std::string &path, const std::string &bytes)
