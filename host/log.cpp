@@ -6,7 +6,7 @@ namespace host {
 namespace {
 
 constexpr std::uint32_t kNamedSeverity = 5;
-constexpr char kTag[] = "pba_host";
+constexpr char kTag[] = "PBAHOST ";
 
 } // namespace
 
