@@ -22,7 +22,7 @@ boris='paper-boat 42'
 printf '%s\n' "$anna" | "$admin" volume create "$demo/volume.img" --size 64M --user anna \
     --iter-time 500 --password-stdin
 printf '%s\n' "$anna" "$boris" | "$admin" user add --volume "$demo/volume.img" --domain OFFICE boris \
-    --iter-time 500 --password-stdin
+    --password-stdin
 cat >"$demo/users.txt" <<TXT
 The demonstration's users:
   user anna,  no domain,      password $anna
