@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Measures the view beside a bare dialog of the same toolkit, and the costs of single parts; prints one table.
+# A benchmark, not a test: it passes no judgement, for the figures depend on the computer.
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/common.sh
+
+install_packages scripts/packages.txt
+mkdir -p build
+build gcc bench >&2
+
+bin=$PWD/build/gcc/bin
+demo=$PWD/build/bench
+[ -e "$demo/ready" ] || scripts/prepare_demo.sh "$bin/pba_admin" "$demo" >&2
+start_x_server Xvfb -screen 0 1024x768x24
+
+export LC_ALL=C.UTF-8 PBE_ROOT=$demo/root PBE_LOG=$demo/log
+unset PBE_LOG_SEVERITY QT_STYLE_OVERRIDE QT_SCALE_FACTOR
+rm -f "$PBE_LOG"
+
+echo "| Measured | View | Bare dialog | Ratio | Target |"
+echo "|---|---|---|---|---|"
+for platform in offscreen xcb; do
+    export QT_QPA_PLATFORM=$platform
+    "$bin/bench_start" "$platform" "$bin/libbench_paint_probe.so" "$bin/bench_bare_dialog" \
+        "$bin/pba_host" --root "$demo/root" --volume "$demo/volume.img"
+done
+"$bin/bench_parts"
+QT_QPA_PLATFORM=offscreen "$bin/bench_parts" --benchmark_filter=Page

@@ -1,0 +1,19 @@
+// What the probe inside a measured program tells the starter, over a pipe.
+#pragma once
+
+#include <cstdint>
+
+namespace bench {
+
+// The pipe's writing end in the measured program.
+inline constexpr int kReportDescriptor = 3;
+
+struct PaintReport
+{
+    // CLOCK_MONOTONIC, when the picture had been handed to the window system.
+    std::int64_t paintedNs;
+    // The highest use of physical memory until then.
+    std::int64_t peakKib;
+};
+
+} // namespace bench
