@@ -1,0 +1,124 @@
+// pba_tour MODULE DIR: walks the screens of the view module as a person meets them, and writes a picture of
+// each to DIR. Needs no display.
+#include <cstdio>
+
+#include "pbe/log.h"
+#include "stage.h"
+#include "texts.h"
+
+namespace {
+
+constexpr std::uint32_t kErrors = 300;
+constexpr std::uint32_t kDebugging = 800;
+
+void ShowFirstStart(Stage &stage)
+{
+    const auto logIn = [&] { stage.Click("loginButton"); };
+    const auto request = [&] {
+        stage.TakePicture("starting");
+        stage.host.view->ShowInitialScreen();
+    };
+    stage.Play(request, [&] {
+        stage.TakePicture("login-first-start");
+        stage.TakeMessagePicture("login-without-name", logIn);
+        stage.Fill("loginDomain", "OFFICE");
+        stage.Fill("loginUserName", "boris");
+        stage.TakeMessagePicture("login-without-password", logIn);
+        stage.Fill("loginPassword", "paper-boat 42");
+        stage.TakePicture("login-filled");
+    });
+}
+
+void ShowLoginMessages(Stage &stage)
+{
+    RecordingHost &host = stage.host;
+    const auto logIn = [&] { stage.Click("loginButton"); };
+    const host::Texts texts(nullptr);
+    const host::MessageText &wrong = host::kWrongPassword;
+    stage.Play([&] { host.view->ShowInitialScreen(); },
+               [&] {
+                   stage.TakePicture("login-remembered");
+                   stage.Fill("loginPassword", "paper boat");
+                   host.actions["Login"] = [&] { texts.Show(host.passwordView, wrong); };
+                   stage.TakeMessagePicture("wrong-password", logIn);
+                   host.actions["Login"] = [&] {
+                       host.passwordView->ShowMessage(texts.Get(wrong.title), texts.Get(wrong.text),
+                                                      wrong.severity, pba::kMessageOffersRecovery);
+                   };
+                   stage.TakeMessagePicture("wrong-password-with-reset", logIn);
+                   host.actions.erase("Login");
+                   host.results["Login"] = kro::kUnspecifiedError;
+                   stage.TakeMessagePicture("internal-error", logIn);
+                   host.results.clear();
+                   stage.TakeMessagePicture("password-reset",
+                                            [&] { stage.Click("startPasswordRecoveryButton"); });
+                   stage.TakeMessagePicture("help", [&] { stage.Click("helpButton"); });
+               });
+}
+
+void ShowPasswordChange(Stage &stage)
+{
+    RecordingHost &host = stage.host;
+    host.domain = "OFFICE";
+    host.userName = "boris";
+    host.changeAllowed = true;
+    host.actions["Login"] = [&] { host.passwordView->ShowLoggedIn(); };
+    stage.Play([&] { host.view->ShowInitialScreen(); },
+               [&] {
+                   stage.Fill("loginPassword", "paper-boat 42");
+                   stage.Click("changePasswordButton");
+                   stage.TakePicture("password-change");
+                   stage.Fill("newPassword", "paper-ship 43");
+                   stage.TakeMessagePicture("new-password-not-confirmed",
+                                            [&] { stage.Click("saveNewPasswordButton"); });
+               });
+}
+
+void ShowTests(Stage &stage)
+{
+    const auto request = [&] { stage.host.view->ShowTestBootMessage(); };
+    stage.Play(request, [&] { stage.TakePicture("test-boot"); });
+    stage.WriteFile("pba.ini", "test-mode=true\n");
+    stage.Play(request, [&] {
+        stage.Fill("testLineEdit", "The quick brown fox");
+        stage.TakePicture("keyboard-test");
+        stage.TakeMessagePicture("no-help", [&] { stage.Click("helpButton"); });
+    });
+}
+
+// A page that the first screen depends on the options for.
+void ShowFirstPage(Stage &stage, const char *name, std::uint32_t options)
+{
+    stage.options = options;
+    stage.Play([&] { stage.host.view->ShowInitialScreen(); }, [&] { stage.TakePicture(name); });
+}
+
+void ShowAll(Stage &stage)
+{
+    ShowFirstStart(stage);
+    stage.WriteText("last_dmn.txt", "OFFICE");
+    stage.WriteText("last_usr.txt", "boris");
+    ShowLoginMessages(stage);
+    ShowPasswordChange(stage);
+    ShowTests(stage);
+    PbeSetLogSeverity(kDebugging);
+    ShowFirstPage(stage, "debug-logging", pba::kOptionLoginByPassword);
+    PbeSetLogSeverity(kErrors);
+    ShowFirstPage(stage, "no-tokens", pba::kOptionLoginByToken);
+    ShowFirstPage(stage, "no-users", 0);
+    stage.Play([&] { stage.host.view->ShowStartingOsScreen(); },
+               [&] { stage.TakePicture("starting-windows"); });
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3) {
+        std::fputs("usage: pba_tour MODULE DIR\n", stderr);
+        return 2;
+    }
+    Stage stage(argv[1], QString::fromLocal8Bit(argv[2]));
+    ShowAll(stage);
+    return stage.Faults() == 0 ? 0 : 1;
+}
