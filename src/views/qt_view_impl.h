@@ -170,17 +170,18 @@ private:
 
     StateChange m_pendingStateChange;
     int m_stateChangeDepth = 0;
-    QTimer *m_testBootTimer = nullptr;
     bool m_testBootActive = false;
     std::uint32_t m_options = 0;
     bool m_wasActiveWindow = false;
     // A token check that fails whenever the window becomes active must not report each time: its own report
     // is what makes the window active again.
     bool m_tokenFailureReported = false;
-    boost::scoped_ptr<Settings> m_settings;
     bool m_changePasswordAfterLogin = false;
     bool m_startupBusy = true;
     bool m_testMode = false;
+    // The last two: a child of the dialog is announced to it by an event, for which the rest must be ready.
+    QTimer *m_testBootTimer = nullptr;
+    boost::scoped_ptr<Settings> m_settings;
 };
 
 } // namespace pba
