@@ -66,8 +66,12 @@ void QtViewImpl::SetUpScreen(int index)
         Form().continueToChangePasswordButton->hide();
     if (traits.defaultButton)
         traits.defaultButton(Form())->setDefault(true);
-    if (!traits.focus)
+    if (!traits.focus) {
+        // Else the toolkit would move the focus on to the bottom row, where a stray key opens a menu.
+        if (index != kScreenLoginByPassword)
+            Form().stackedWidget->currentWidget()->setFocus();
         return;
+    }
     QWidget *focus = traits.focus(Form());
     if (index == kScreenTestBoot)
         focus->setFocus();
