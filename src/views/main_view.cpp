@@ -61,6 +61,9 @@ kro::result_t QtMainView::RunController()
     char name[] = "app_name";
     char *arguments[] = {name, nullptr};
     QApplication application(argumentCount, arguments);
+    // The plugin of the window system is loaded and no other is needed: without this every image would have
+    // all plugins for image formats looked for and loaded.
+    QCoreApplication::setLibraryPaths({});
 
     QTranslator translator;
     if (LoadCatalogue(translator, kViewCataloguePath))

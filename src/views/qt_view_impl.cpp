@@ -41,9 +41,10 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     , m_testBootTimer(new QTimer(this))
     , m_settings(new Settings)
 {
+    // Before there are children: flags set later make each of them look up its style anew.
+    setWindowFlags(kWindowFlags);
     Form().setupUi(this);
     ApplyPbaStyle(this);
-    setWindowFlags(kWindowFlags);
     for (QWidget *widget :
          std::initializer_list<QWidget *>{Form().loginDomain, Form().fpsButton, Form().accelerationFactor,
                                           Form().pixelsPerMillimeter, Form().accelerationThreshold})
