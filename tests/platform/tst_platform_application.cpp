@@ -1,14 +1,24 @@
-// Stop, busy and pointer, as they meet the application object: before it, in its loops, after it.
+// Stop, busy, pointer and pointing devices, as they meet the application object and the X server.
 #include <csignal>
+#include <cstdlib>
 #include <memory>
+
+#include <xcb/xfixes.h>
+#include <xcb/xinput.h>
 
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
+#include "../../platform/x11.h"
 #include "pbe/application.h"
+#include "pbe/events.h"
+#include "pbe/mouse_notifier.h"
 #include "pbe/screen.h"
+
+using pbe::x11::Own;
 
 namespace {
 
@@ -24,13 +34,62 @@ struct Application : QApplication
     }
 };
 
-class PaintCounter : public QWidget
+xcb_connection_t *OwnConnection()
+{
+    return qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+// How often this application has hidden the pointer: the server refuses to show what its client did not hide.
+int TimesHidden()
+{
+    xcb_connection_t *connection = OwnConnection();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    int times = 0;
+    while (!Own(xcb_request_check(connection, xcb_xfixes_show_cursor_checked(connection, root))))
+        ++times;
+    for (int again = 0; again < times; ++again)
+        xcb_xfixes_hide_cursor(connection, root);
+    return times;
+}
+
+// Which cursor the server shows, seen by another program.
+quint32 CursorSerial()
+{
+    xcb_connection_t *other = xcb_connect(nullptr, nullptr);
+    Own(xcb_xfixes_query_version_reply(other, xcb_xfixes_query_version(other, 4, 0), nullptr));
+    const auto cookie = xcb_xfixes_get_cursor_image(other);
+    const auto reply = Own(xcb_xfixes_get_cursor_image_reply(other, cookie, nullptr));
+    xcb_disconnect(other);
+    return reply ? reply->cursor_serial : 0;
+}
+
+void EnableMouse(bool enabled)
+{
+    // Xvfb's first device behind the two pairs that every server has.
+    constexpr xcb_input_device_id_t kMouse = 6;
+    constexpr char kProperty[] = "Device Enabled";
+    xcb_connection_t *connection = OwnConnection();
+    const auto cookie = xcb_intern_atom(connection, false, sizeof kProperty - 1, kProperty);
+    const xcb_atom_t atom = Own(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+    // One byte counts; the request is sent in units of four.
+    const std::uint8_t value[4] = {enabled};
+    xcb_input_xi_change_property(connection, kMouse, XCB_PROP_MODE_REPLACE, 8, atom, XCB_ATOM_INTEGER, 1,
+                                 value);
+    xcb_flush(connection);
+}
+
+class NoticeCounter : public QWidget
 {
 public:
-    int paints = 0;
+    QList<int> notices;
 
 protected:
-    void paintEvent(QPaintEvent *) override { ++paints; }
+    bool event(QEvent *event) override
+    {
+        if (event->type() == pbe::kMouseAdded || event->type() == pbe::kMouseRemoved)
+            notices.append(event->type());
+        return QWidget::event(event);
+    }
 };
 
 } // namespace
@@ -40,117 +99,113 @@ class TestApplication : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void StopEndsEveryLoop_data();
-    void StopEndsEveryLoop();
-    void StopBeforeTheApplication();
-    void BusyNests();
-    void BusyPaintsAndDoesNothingElse();
-    void StateBeginsAnew();
-};
-
-void TestApplication::StopEndsEveryLoop_data()
-{
-    QTest::addColumn<int>("depth");
-    QTest::newRow("main loop") << 0;
-    QTest::newRow("dialog") << 1;
-    QTest::newRow("dialog over a dialog") << 2;
-}
-
-void TestApplication::StopEndsEveryLoop()
-{
-    QFETCH(int, depth);
-    Application application;
-    std::signal(SIGUSR1, [](int) { PbeRequestStop(); });
-    int ended = 0;
-    std::function<void(int)> nest = [&](int left) {
-        if (left == 0) {
-            std::raise(SIGUSR1);
-            return;
+    // The main loop, that of a dialog, that of a dialog over a dialog.
+    void StopEndsEveryLoop()
+    {
+        std::signal(SIGUSR1, [](int) { PbeRequestStop(); });
+        for (const int depth : {0, 1, 2}) {
+            Application application;
+            int ended = 0;
+            std::function<void(int)> nest = [&](int left) {
+                if (left == 0) {
+                    std::raise(SIGUSR1);
+                    return;
+                }
+                QDialog dialog;
+                QTimer::singleShot(0, &dialog, [&nest, left] { nest(left - 1); });
+                dialog.exec();
+                ++ended;
+                // What a caller shows next must not hold up the end.
+                QDialog().exec();
+            };
+            QTimer::singleShot(0, &application, [&] { nest(depth); });
+            QCOMPARE(QApplication::exec(), 1);
+            QCOMPARE(ended, depth);
         }
-        QDialog dialog;
-        QTimer::singleShot(0, &dialog, [&nest, left] { nest(left - 1); });
-        dialog.exec();
-        ++ended;
-        // What a caller shows next must not hold up the end.
-        QDialog next;
-        next.exec();
-    };
-    QTimer::singleShot(0, &application, [&] { nest(depth); });
-    QCOMPARE(QApplication::exec(), 1);
-    QCOMPARE(ended, depth);
-    std::signal(SIGUSR1, SIG_DFL);
-}
+        std::signal(SIGUSR1, SIG_DFL);
+    }
 
-void TestApplication::StopBeforeTheApplication()
-{
-    PbeRequestStop();
-    PbeRequestStop();
+    void StopWaitsForTheApplication()
+    {
+        PbeRequestStop();
+        PbeRequestStop();
+        {
+            Application application;
+            // No loop runs yet that could end.
+            QCoreApplication::processEvents();
+            QCOMPARE(QApplication::exec(), 1);
+        }
+        Application next;
+        QTimer::singleShot(50, &next, [] { QCoreApplication::exit(7); });
+        QCOMPARE(QApplication::exec(), 7);
+    }
+
+    void WaitCursorShowsAtOnceAndNests()
+    {
+        PbeSetBusy(true);
+        Application application;
+        QLineEdit edit;
+        edit.setGeometry(0, 0, 300, 200);
+        edit.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&edit));
+        const quint32 rootCursor = CursorSerial();
+        QCursor::setPos(edit.mapToGlobal(QPoint(100, 100)));
+        QTRY_VERIFY(CursorSerial() != rootCursor);
+        const quint32 editCursor = CursorSerial();
+        PbeSetBusy(true);
+        QVERIFY(CursorSerial() != editCursor);
+        PbeSetBusy(true);
+        PbeSetBusy(false);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        PbeSetBusy(false);
+        QTRY_COMPARE(CursorSerial(), editCursor);
+        PbeSetBusy(false);
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void PointerIsHiddenOnceAndShownAnew()
+    {
+        QPbeScreen *screen = QPbeScreen::Current();
+        for (int run = 0; run < 2; ++run) {
+            Application application;
+            QVERIFY(screen->IsPointerVisible());
+            QVERIFY(!QApplication::overrideCursor());
+            QCOMPARE(TimesHidden(), 0);
+            for (const bool visible : {false, true, false}) {
+                screen->SetPointerVisible(visible);
+                screen->SetPointerVisible(visible);
+                QCOMPARE(screen->IsPointerVisible(), visible);
+                QCOMPARE(TimesHidden(), visible ? 0 : 1);
+            }
+            PbeSetBusy(true);
+        }
+    }
+
+    // First before the watch runs, then a storm, which is told once.
+    void MouseComesAndGoes()
     {
         Application application;
-        // No loop runs yet that could end.
-        QCoreApplication::processEvents();
-        QCOMPARE(QApplication::exec(), 1);
-    }
-    Application next;
-    QTimer::singleShot(50, &next, [] { QCoreApplication::exit(7); });
-    QCOMPARE(QApplication::exec(), 7);
-}
-
-void TestApplication::BusyNests()
-{
-    PbeSetBusy(true);
-    Application application;
-    QApplication::setOverrideCursor(Qt::CrossCursor);
-    const auto shape = [] { return QApplication::overrideCursor()->shape(); };
-    PbeSetBusy(false);
-    QCOMPARE(shape(), Qt::CrossCursor);
-    PbeSetBusy(true);
-    PbeSetBusy(true);
-    QCOMPARE(shape(), Qt::WaitCursor);
-    PbeSetBusy(false);
-    QCOMPARE(shape(), Qt::WaitCursor);
-    PbeSetBusy(false);
-    QCOMPARE(shape(), Qt::CrossCursor);
-    QApplication::restoreOverrideCursor();
-    QVERIFY(!QApplication::overrideCursor());
-}
-
-void TestApplication::BusyPaintsAndDoesNothingElse()
-{
-    Application application;
-    PaintCounter window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    bool other = false;
-    QTimer::singleShot(0, &window, [&other] { other = true; });
-    QMetaObject::invokeMethod(
-        &window, [&other] { other = true; }, Qt::QueuedConnection);
-    const int before = window.paints;
-    PbeSetBusy(true);
-    QCOMPARE(window.paints, before + 1);
-    QVERIFY(!other);
-    PbeSetBusy(false);
-}
-
-void TestApplication::StateBeginsAnew()
-{
-    QPbeScreen *screen = QPbeScreen::Current();
-    QVERIFY(screen);
-    for (int run = 0; run < 2; ++run) {
-        Application application;
-        QVERIFY(screen->IsPointerVisible());
-        PaintCounter window;
+        NoticeCounter window;
+        NoticeCounter hidden;
+        NoticeCounter menu;
+        menu.setWindowFlag(Qt::ToolTip);
         window.show();
-        QTRY_VERIFY(window.paints > 0);
-        screen->SetPointerVisible(false);
-        QVERIFY(!screen->IsPointerVisible());
-        QVERIFY(!QApplication::overrideCursor());
-        screen->TurnOffScreenRepaint();
-        PbeSetBusy(true);
+        menu.show();
+        QCOMPARE(QPbeMouseNotifier::GetMousecount(), 1);
+        EnableMouse(false);
+        QList<int> expected{pbe::kMouseRemoved};
+        QTRY_COMPARE(window.notices, expected);
+        QCOMPARE(QPbeMouseNotifier::GetMousecount(), 0);
+        for (const bool enabled : {true, false, true, false, true})
+            EnableMouse(enabled);
+        expected.append(pbe::kMouseAdded);
+        QTRY_COMPARE(window.notices, expected);
+        QTest::qWait(200);
+        QCOMPARE(window.notices, expected);
+        QCOMPARE(QPbeMouseNotifier::GetMousecount(), 1);
+        QVERIFY(hidden.notices.isEmpty() && menu.notices.isEmpty());
     }
-    Application application;
-    QVERIFY(!QApplication::overrideCursor());
-}
+};
 
 QTEST_APPLESS_MAIN(TestApplication)
 #include "tst_platform_application.moc"
