@@ -1,12 +1,17 @@
-// The log with the line numbers of its error lines taken out, which change with every edit.
+// Error lines in the log, without their line numbers, which change with every edit.
 #pragma once
 
 #include <QRegularExpression>
 
 #include "fake_pbe.h"
 
-inline QString LogWithoutLineNumbers()
+inline QByteArray LogWithoutLineNumbers()
 {
     static const QRegularExpression number(QStringLiteral("\\([1-9]\\d*\\) returned"));
-    return QString::fromUtf8(fake_pbe::LogText()).replace(number, QStringLiteral("(#) returned"));
+    return QString::fromUtf8(fake_pbe::LogText()).replace(number, QStringLiteral("() returned")).toUtf8();
+}
+
+inline QByteArray ErrorLine(const char *function, const char *code, const QByteArray &message)
+{
+    return QByteArray("orvane ") + function + "() returned " + code + " error, message: " + message + "\r\n";
 }

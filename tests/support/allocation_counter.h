@@ -1,4 +1,4 @@
-// Counts what a piece of code takes from the heap, by whatever road.
+// Counts what a piece of code takes from the heap, by malloc and what rests on it.
 #pragma once
 
 #include <cstdint>

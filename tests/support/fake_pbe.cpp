@@ -1,13 +1,6 @@
 #include "fake_pbe.h"
 
-#include <algorithm>
-#include <cerrno>
 #include <memory>
-#include <utility>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,89 +16,40 @@
 
 namespace {
 
-constexpr std::uint32_t kEverySeverity = 1000;
-
 struct State
 {
     std::vector<fake_pbe::Message> messages;
-    std::uint32_t severity = kEverySeverity;
-    int severityQuestions = 0;
-    std::vector<std::uint64_t> counterValues;
-    std::size_t nextCounterValue = 0;
+    std::uint32_t severity = 1000;
     int mouseCount = 0;
     bool repaintOn = true;
     bool pointerVisible = true;
     QList<QByteArray> calls;
-    std::unique_ptr<QTemporaryDir> ownRoot;
-    QString root;
-    int nextDescriptor = -1;
+    std::unique_ptr<QTemporaryDir> root;
 };
 
 // Made on first use: the module logs before main.
-std::unique_ptr<State> &Holder()
+State &Fake()
 {
-    static auto holder = std::make_unique<State>();
-    return holder;
-}
-
-State &Current()
-{
-    return *Holder();
-}
-
-const QString &Root()
-{
-    State &state = Current();
-    if (state.root.isEmpty()) {
-        state.ownRoot = std::make_unique<QTemporaryDir>();
-        state.root = state.ownRoot->path();
-        QDir(state.root).mkpath(QStringLiteral("pba/help"));
-    }
-    return state.root;
-}
-
-QByteArray LocalName(const char16_t *path)
-{
-    return fake_pbe::FileName(path).toUtf8();
-}
-
-// As the platform does: never waits, and takes regular files only.
-kro::result_t OpenRegular(const char16_t *path, int flags, int *descriptor)
-{
-    const int opened = open(LocalName(path).constData(), flags | O_NONBLOCK | O_CLOEXEC, 0600);
-    if (opened < 0)
-        return errno == ENOENT ? kro::kNotFound : kro::kAccessDenied;
-    struct stat status = {};
-    if (fstat(opened, &status) != 0 || !S_ISREG(status.st_mode)) {
-        close(opened);
-        return kro::kAccessDenied;
-    }
-    *descriptor = opened;
-    return kro::kOk;
+    static State state;
+    return state;
 }
 
 } // namespace
 
-namespace fake_pbe {
-
-void Reset()
+void fake_pbe::Reset()
 {
-    MessagesAtLoad();
-    Holder() = std::make_unique<State>();
+    Fake() = State();
+    Fake().root = std::make_unique<QTemporaryDir>();
+    QDir(Fake().root->path()).mkpath(QStringLiteral("pba/help"));
+    PbeSetFileRoot(Fake().root->path().toUtf8());
 }
 
-const std::vector<Message> &MessagesAtLoad()
+const std::vector<fake_pbe::Message> &fake_pbe::Messages()
 {
-    static const std::vector<Message> messages = Messages();
-    return messages;
+    return Fake().messages;
 }
 
-const std::vector<Message> &Messages()
-{
-    return Current().messages;
-}
-
-QByteArray LogText()
+QByteArray fake_pbe::LogText()
 {
     QByteArray log;
     for (const Message &message : Messages())
@@ -113,84 +57,53 @@ QByteArray LogText()
     return log;
 }
 
-void SetSeverity(std::uint32_t severity)
+void fake_pbe::SetSeverity(std::uint32_t severity)
 {
-    Current().severity = severity;
+    Fake().severity = severity;
 }
 
-int SeverityQuestions()
+void fake_pbe::SetMouseCount(int count)
 {
-    return Current().severityQuestions;
+    Fake().mouseCount = count;
 }
 
-void SetCounterValues(std::vector<std::uint64_t> values)
+bool fake_pbe::IsRepaintOn()
 {
-    Current().counterValues = std::move(values);
-    Current().nextCounterValue = 0;
+    return Fake().repaintOn;
 }
 
-void SetMouseCount(int count)
+const QList<QByteArray> &fake_pbe::Calls()
 {
-    Current().mouseCount = count;
+    return Fake().calls;
 }
 
-bool IsRepaintOn()
+QString fake_pbe::FileName(const char16_t *path)
 {
-    return Current().repaintOn;
+    kro::string_t name;
+    PbeGetFilePath(path, &name);
+    return QString::fromUtf8(name.Data());
 }
 
-const QList<QByteArray> &Calls()
-{
-    return Current().calls;
-}
-
-QString FileName(const char16_t *path)
-{
-    return Root() + QString::fromUtf16(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
-}
-
-void WriteFile(const char16_t *path, const QByteArray &bytes)
+void fake_pbe::WriteFile(const char16_t *path, const QByteArray &bytes)
 {
     QFile file(FileName(path));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", LocalName(path).constData());
+        qFatal("cannot write %s", qPrintable(file.fileName()));
 }
-
-QByteArray ReadFile(const char16_t *path)
-{
-    QFile file(FileName(path));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", LocalName(path).constData());
-    return file.readAll();
-}
-
-void MakeFifo(const char16_t *path)
-{
-    if (mkfifo(LocalName(path).constData(), 0600) != 0)
-        qFatal("cannot make %s", LocalName(path).constData());
-}
-
-void SetNextDescriptor(int descriptor)
-{
-    Current().nextDescriptor = descriptor;
-}
-
-} // namespace fake_pbe
 
 void PbeLogMessage(std::uint32_t severity, std::uint32_t kind, const char *tag, const char *text)
 {
-    Current().messages.push_back({severity, kind, tag, text});
+    Fake().messages.push_back({severity, kind, tag, text});
 }
 
 std::uint32_t PbeGetLogSeverity()
 {
-    ++Current().severityQuestions;
-    return Current().severity;
+    return Fake().severity;
 }
 
 void PbeSetLogSeverity(std::uint32_t severity)
 {
-    Current().severity = severity;
+    Fake().severity = severity;
 }
 
 kro::result_t PbeSetLogFile(const char *)
@@ -200,53 +113,17 @@ kro::result_t PbeSetLogFile(const char *)
 
 std::uint64_t PbeGetPerformanceCounterValue()
 {
-    State &state = Current();
-    if (state.counterValues.empty())
-        return 0;
-    const std::size_t index = std::min(state.nextCounterValue++, state.counterValues.size() - 1);
-    return state.counterValues[index];
-}
-
-void PbeSetFileRoot(const char *directory)
-{
-    Current().root = QString::fromUtf8(directory);
-}
-
-kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *file)
-{
-    if (path[0] != u'\\')
-        return kro::kInvalidArgument;
-    *file = kro::string_t(LocalName(path).constData());
-    return kro::kOk;
-}
-
-bool PbeFileExists(const char16_t *path)
-{
-    return access(LocalName(path).constData(), F_OK) == 0;
-}
-
-kro::result_t PbeOpenFileForReading(const char16_t *path, int *descriptor)
-{
-    int &next = Current().nextDescriptor;
-    if (next < 0)
-        return OpenRegular(path, O_RDONLY, descriptor);
-    *descriptor = std::exchange(next, -1);
-    return kro::kOk;
-}
-
-kro::result_t PbeOpenFileForWriting(const char16_t *path, int *descriptor)
-{
-    return OpenRegular(path, O_WRONLY | O_CREAT | O_TRUNC, descriptor);
+    return 0;
 }
 
 void PbeSetBusy(bool busy)
 {
-    Current().calls.append(busy ? "busy on" : "busy off");
+    Fake().calls.append(busy ? "busy on" : "busy off");
 }
 
 void PbeRequestStop()
 {
-    Current().calls.append("stop");
+    Fake().calls.append("stop");
     if (QCoreApplication::instance())
         QCoreApplication::exit(1);
 }
@@ -259,28 +136,28 @@ QPbeScreen *QPbeScreen::Current()
 
 void QPbeScreen::TurnOnScreenRepaint()
 {
-    ::Current().repaintOn = true;
-    ::Current().calls.append("repaint on");
+    Fake().repaintOn = true;
+    Fake().calls.append("repaint on");
 }
 
 void QPbeScreen::TurnOffScreenRepaint()
 {
-    ::Current().repaintOn = false;
-    ::Current().calls.append("repaint off");
+    Fake().repaintOn = false;
+    Fake().calls.append("repaint off");
 }
 
 void QPbeScreen::SetPointerVisible(bool visible)
 {
-    ::Current().pointerVisible = visible;
-    ::Current().calls.append(visible ? "pointer shown" : "pointer hidden");
+    Fake().pointerVisible = visible;
+    Fake().calls.append(visible ? "pointer shown" : "pointer hidden");
 }
 
 bool QPbeScreen::IsPointerVisible() const
 {
-    return ::Current().pointerVisible;
+    return Fake().pointerVisible;
 }
 
 int QPbeMouseNotifier::GetMousecount()
 {
-    return Current().mouseCount;
+    return Fake().mouseCount;
 }

@@ -5,43 +5,34 @@
 #include <memory>
 #include <vector>
 
-#include <QObject>
 #include <QTest>
 
 namespace pba_test {
 
-using Factory = std::unique_ptr<QObject> (*)();
-
-inline std::vector<Factory> &Factories()
-{
-    static std::vector<Factory> factories;
-    return factories;
-}
+inline std::vector<std::unique_ptr<QObject> (*)()> factories;
 
 template <typename TestClass>
-struct Register
+bool Register()
 {
-    Register()
-    {
-        Factories().push_back([]() -> std::unique_ptr<QObject> { return std::make_unique<TestClass>(); });
-    }
-};
+    factories.push_back([]() -> std::unique_ptr<QObject> { return std::make_unique<TestClass>(); });
+    return true;
+}
 
-// The exit code: how many tests failed, or 1 for a program without any.
 template <typename Application>
 int RunAll(int argc, char **argv)
 {
     Application application(argc, argv);
-    int failures = Factories().empty() ? 1 : 0;
-    for (const Factory make : Factories())
-        failures += QTest::qExec(make().get(), argc, argv);
-    return failures > 0 ? 1 : 0;
+    bool failed = factories.empty();
+    for (const auto make : factories)
+        failed |= QTest::qExec(make().get(), argc, argv) != 0;
+    return failed;
 }
 
 } // namespace pba_test
 
 // Stands behind each test class.
-#define PBA_REGISTER_TEST(TestClass) static const pba_test::Register<TestClass> registered##TestClass
+#define PBA_REGISTER_TEST(TestClass)                                                                         \
+    [[maybe_unused]] static const bool registered##TestClass = pba_test::Register<TestClass>()
 
 // Stands once in a program.
 #define PBA_TEST_MAIN(Application)                                                                           \
