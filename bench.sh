@@ -14,7 +14,9 @@ demo=$PWD/build/bench
 [ -e "$demo/ready" ] || scripts/prepare_demo.sh "$bin/pba_admin" "$demo" >&2
 start_x_server Xvfb -screen 0 1024x768x24
 
-export LC_ALL=C.UTF-8 PBE_ROOT=$demo/root PBE_LOG=$demo/log
+# The toolkit asks for a runtime directory that is its user's alone.
+mkdir -p -m 700 "$demo/runtime"
+export LC_ALL=C.UTF-8 PBE_ROOT=$demo/root PBE_LOG=$demo/log XDG_RUNTIME_DIR=$demo/runtime
 unset PBE_LOG_SEVERITY QT_STYLE_OVERRIDE QT_SCALE_FACTOR
 rm -f "$PBE_LOG"
 

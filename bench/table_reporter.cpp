@@ -21,7 +21,7 @@ void TableReporter::ReportRuns(const std::vector<Run> &runs)
 
 void TableReporter::PrintRow(const Run &run) const
 {
-    std::printf("| %s, %s | %.3g %s", run.run_name.function_name.c_str(), m_platform,
+    std::printf("| %s, %s | %.2f %s", run.run_name.function_name.c_str(), m_platform,
                 run.GetAdjustedRealTime(), benchmark::GetTimeUnitString(run.time_unit));
     if (const auto allocations = run.counters.find(kAllocations); allocations != run.counters.end())
         std::printf(", %g allocations", static_cast<double>(allocations->second));
