@@ -1,8 +1,10 @@
-// How a command gives up: one line for standard error and the exit code of the program.
+// How a command gives up: a line for standard error, or one for each fault, and the exit code of the program.
 #pragma once
 
-#include <stdexcept>
+#include <exception>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "volume/error.h"
 
@@ -11,17 +13,24 @@ namespace admin {
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-class Failure : public std::runtime_error
+class Failure : public std::exception
 {
 public:
-    explicit Failure(const std::string &line, int exitCode = kExitFailed)
-        : std::runtime_error(line)
+    explicit Failure(std::string line, int exitCode = kExitFailed)
+        : m_lines{std::move(line)}
         , m_exitCode(exitCode)
     {
     }
+    explicit Failure(std::vector<std::string> lines)
+        : m_lines(std::move(lines))
+        , m_exitCode(kExitFailed)
+    {
+    }
+    const std::vector<std::string> &Lines() const { return m_lines; }
     int ExitCode() const { return m_exitCode; }
 
 private:
+    std::vector<std::string> m_lines;
     int m_exitCode;
 };
 

@@ -1,7 +1,6 @@
 #include "line_input.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -11,14 +10,12 @@
 #include <libcryptsetup.h>
 
 #include "failure.h"
+#include "signals.h"
 
 namespace admin {
 namespace {
 
 constexpr std::size_t kMaxLineBytes = 512; // as the standard tool has it
-constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP};
-constexpr std::size_t kSignalCount = std::size(kSignals);
-
 volatile std::sig_atomic_t s_signal = 0;
 
 void OnSignal(int signal)
@@ -26,40 +23,34 @@ void OnSignal(int signal)
     s_signal = signal;
 }
 
-// Holds signals that end or stop the program until the terminal echoes again. They are let in only while
-// waiting for input, so that none can slip between a look at s_signal and the wait.
-class HeldSignals
+// Keeps the signals back until the terminal echoes again. They are let in only while waiting for input, so
+// that none can slip between a look at s_signal and the wait.
+class SignalWatch
 {
 public:
-    HeldSignals()
+    SignalWatch()
     {
         s_signal = 0;
-        sigset_t held;
-        sigemptyset(&held);
-        for (int signal : kSignals)
-            sigaddset(&held, signal);
-        sigprocmask(SIG_BLOCK, &held, &m_formerMask);
         struct sigaction action = {};
         action.sa_handler = OnSignal;
-        for (std::size_t i = 0; i < kSignalCount; ++i)
-            sigaction(kSignals[i], &action, &m_former[i]);
+        for (std::size_t i = 0; i < std::size(kInterruptions); ++i)
+            sigaction(kInterruptions[i], &action, &m_former[i]);
     }
-    ~HeldSignals()
+    ~SignalWatch()
     {
-        for (std::size_t i = 0; i < kSignalCount; ++i)
-            sigaction(kSignals[i], &m_former[i], nullptr);
-        sigprocmask(SIG_SETMASK, &m_formerMask, nullptr);
+        for (std::size_t i = 0; i < std::size(kInterruptions); ++i)
+            sigaction(kInterruptions[i], &m_former[i], nullptr);
         if (s_signal)
-            raise(s_signal);
+            raise(s_signal); // still held
     }
-    HeldSignals(const HeldSignals &) = delete;
-    HeldSignals &operator=(const HeldSignals &) = delete;
+    SignalWatch(const SignalWatch &) = delete;
+    SignalWatch &operator=(const SignalWatch &) = delete;
 
     // False when a signal came instead of input.
     bool WaitForInput(int file) const
     {
         pollfd input{file, POLLIN, 0};
-        while (ppoll(&input, 1, nullptr, &m_formerMask) < 0 && errno == EINTR) {
+        while (ppoll(&input, 1, nullptr, &m_held.FormerMask()) < 0 && errno == EINTR) {
             if (s_signal)
                 return false;
         }
@@ -67,8 +58,8 @@ public:
     }
 
 private:
-    struct sigaction m_former[kSignalCount];
-    sigset_t m_formerMask;
+    HeldSignals m_held;
+    struct sigaction m_former[std::size(kInterruptions)];
 };
 
 class SilentTerminal
@@ -104,7 +95,7 @@ private:
 };
 
 // 1 for a byte, 0 at the end, -1 after a signal.
-int ReadByte(int file, const HeldSignals *signals, char *byte)
+int ReadByte(int file, const SignalWatch *signals, char *byte)
 {
     if (signals && !signals->WaitForInput(file))
         return -1;
@@ -121,7 +112,7 @@ void DropCarriageReturn(volume::Secret *line)
         line->SetSize(line->Size() - 1);
 }
 
-LineStatus ReadLine(int file, const HeldSignals *signals, volume::Secret *line)
+LineStatus ReadLine(int file, const SignalWatch *signals, volume::Secret *line)
 {
     *line = volume::Secret(kMaxLineBytes + 1); // room for a carriage return
     bool fits = true;
@@ -150,10 +141,10 @@ LineStatus ReadSecretLine(int file, volume::Secret *line)
 
 LineStatus AskSecretLine(const char *prompt, volume::Secret *line)
 {
-    const HeldSignals held;
+    const SignalWatch signals;
     const SilentTerminal terminal;
     terminal.Say(prompt);
-    const LineStatus status = ReadLine(terminal.File(), &held, line);
+    const LineStatus status = ReadLine(terminal.File(), &signals, line);
     terminal.Say("\n");
     return status;
 }

@@ -5,6 +5,7 @@
 
 #include "commands.h"
 #include "failure.h"
+#include "volume/text.h"
 
 namespace {
 
@@ -25,6 +26,11 @@ struct Arguments
     std::string input;
     std::string output;
 };
+
+std::string CheckNotEmpty(const std::string &value)
+{
+    return value.empty() ? "must not be empty" : "";
+}
 
 CLI::App *AddCommand(CLI::App *group, const char *name, const char *description, const char *example)
 {
@@ -49,7 +55,7 @@ void AddVolumeCommands(CLI::App *app, Arguments *arguments)
     CLI::App *volume = app->add_subcommand("volume", "LUKS2 volumes")->require_subcommand(1);
     CLI::App *create = AddCommand(volume, "create", "Make a volume in a new file, with its first user",
                                   "pba_admin volume create disk.img --size 64M --user anna");
-    create->add_option("FILE", arguments->user.volume, "The file to make")->required();
+    create->add_option("FILE", arguments->user.volume, "The file to make")->required()->check(CheckNotEmpty);
     create->add_option("--size", arguments->size, "Size with K, M or G, at least 17M")->required();
     create->add_option("--user", arguments->user.name.user, "Name of the user")->required();
     AddUserOptions(create, &arguments->user);
@@ -62,7 +68,9 @@ void AddUserCommands(CLI::App *app, Arguments *arguments)
     CLI::App *add =
         AddCommand(user, "add", "Add a user to a LUKS2 volume; a password of the volume authorises",
                    "pba_admin user add --volume disk.img --domain OFFICE boris");
-    add->add_option("--volume", arguments->user.volume, "LUKS2 volume, a device or a file")->required();
+    add->add_option("--volume", arguments->user.volume, "LUKS2 volume, a device or a file")
+        ->required()
+        ->check(CheckNotEmpty);
     add->add_option("NAME", arguments->user.name.user, "Name of the user")->required();
     AddUserOptions(add, &arguments->user);
     add->final_callback([arguments] { AddUser(arguments->user); });
@@ -74,9 +82,18 @@ void AddSettingsCommands(CLI::App *app, Arguments *arguments)
     CLI::App *compile =
         AddCommand(settings, "compile", "Turn settings from JSON into the view's settings.bin",
                    "pba_admin settings compile settings.json /pba/settings.bin");
-    compile->add_option("IN", arguments->input, "Settings in JSON")->required();
-    compile->add_option("OUT", arguments->output, "The binary file, replaced when it exists")->required();
+    compile->add_option("IN", arguments->input, "Settings in JSON")->required()->check(CheckNotEmpty);
+    compile->add_option("OUT", arguments->output, "The binary file, replaced when it exists")
+        ->required()
+        ->check(CheckNotEmpty);
     compile->final_callback([arguments] { CompileSettings(arguments->input, arguments->output); });
+}
+
+int Report(const std::vector<std::string> &lines, int exitCode)
+{
+    for (const std::string &line : lines)
+        std::cerr << "pba_admin: " << volume::Printable(line) << '\n';
+    return exitCode;
 }
 
 int Main(int argc, char **argv)
@@ -96,8 +113,7 @@ int Main(int argc, char **argv)
     } catch (const CLI::Success &request) {
         return app.exit(request);
     } catch (const CLI::ParseError &fault) {
-        std::cerr << "pba_admin: " << fault.what() << "; see pba_admin --help\n";
-        return kExitUsage;
+        throw Failure(std::string(fault.what()) + "; see pba_admin --help", kExitUsage);
     }
 }
 
@@ -108,10 +124,8 @@ int main(int argc, char **argv)
     try {
         return Main(argc, argv);
     } catch (const Failure &failure) {
-        std::cerr << "pba_admin: " << failure.what() << '\n';
-        return failure.ExitCode();
+        return Report(failure.Lines(), failure.ExitCode());
     } catch (const std::exception &fault) {
-        std::cerr << "pba_admin: " << fault.what() << '\n';
-        return kExitFailed;
+        return Report({fault.what()}, kExitFailed);
     }
 }

@@ -1,7 +1,6 @@
 #include "scratch_file.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,11 +9,10 @@
 #include <unistd.h>
 
 #include "failure.h"
+#include "signals.h"
 
 namespace admin {
 namespace {
-
-constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 // Read by the signal handler; null while there is nothing to remove.
 const char *volatile s_unfinished = nullptr;
@@ -26,14 +24,26 @@ void RemoveAndEnd(int signal)
     raise(signal); // once the handler has returned, with its usual effect: see SA_RESETHAND
 }
 
-void RemoveOnSignals(const char *path)
+// A signal that was ignored before, as below nohup, stays ignored.
+void RemoveOn(int signal)
 {
+    struct sigaction former = {};
     struct sigaction action = {};
     action.sa_handler = RemoveAndEnd;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    s_unfinished = path;
-    for (int signal : kEndingSignals)
+    sigaction(signal, nullptr, &former);
+    if (former.sa_handler != SIG_IGN)
         sigaction(signal, &action, nullptr);
+}
+
+void RemoveOnSignals(const char *path)
+{
+    s_unfinished = path;
+    for (int signal : kInterruptions) {
+        if (signal != SIGTSTP)
+            RemoveOn(signal);
+    }
+    std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is an error
 }
 
 } // namespace
@@ -41,8 +51,9 @@ void RemoveOnSignals(const char *path)
 ScratchFile::ScratchFile(const std::string &finalPath)
     : m_finalPath(finalPath)
     , m_path(finalPath + ".XXXXXX")
-    , m_file(mkostemp(m_path.data(), O_CLOEXEC))
 {
+    const HeldSignals held;
+    m_file = mkostemp(m_path.data(), O_CLOEXEC);
     if (m_file < 0)
         Fail("cannot be created");
     RemoveOnSignals(m_path.c_str());
@@ -50,6 +61,7 @@ ScratchFile::ScratchFile(const std::string &finalPath)
 
 ScratchFile::~ScratchFile()
 {
+    const HeldSignals held;
     s_unfinished = nullptr;
     close(m_file);
     if (!m_finished)

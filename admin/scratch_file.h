@@ -29,7 +29,7 @@ private:
 
     std::string m_finalPath;
     std::string m_path;
-    int m_file;
+    int m_file = -1;
     bool m_finished = false;
 };
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <iostream>
 #include <unistd.h>
 
 #include "failure.h"
 #include "passwords.h"
 #include "scratch_file.h"
+#include "signals.h"
 #include "size.h"
 #include "volume/volume.h"
 
@@ -39,10 +41,14 @@ void CheckName(const volume::UserName &name)
         throw Failure(fault, kExitUsage);
 }
 
-void SetSize(const ScratchFile &file, std::uint64_t size)
+void SetSize(const ScratchFile &file, const std::string &path, std::uint64_t size)
 {
-    if (ftruncate(file.File(), static_cast<off_t>(size)) != 0)
-        throw Failure("cannot make a file of this size: " + std::string(std::strerror(errno)));
+    // The header's room is taken for good; the data take theirs when they are written.
+    int error = posix_fallocate(file.File(), 0, volume::kHeaderBytes);
+    if (error == 0 && ftruncate(file.File(), static_cast<off_t>(size)) != 0)
+        error = errno;
+    if (error != 0)
+        throw Failure(path + ": cannot be made that large: " + std::strerror(error));
 }
 
 // On a context of its own, as a login would do it: what was written must open again.
@@ -81,7 +87,7 @@ void CreateVolume(const UserOptions &options, const std::string &sizeText)
     const Secret password = PasswordSource(options.passwordFromStandardInput).New();
 
     ScratchFile file(options.volume);
-    SetSize(file, size);
+    SetSize(file, options.volume, size);
     std::unique_ptr<Volume> volume;
     Require(Volume::Create(file.Path(), &volume), options.volume);
     const auto cost = volume::KeyCost::ForPassword(options.iterTime.value_or(kDefaultIterTime));
@@ -102,8 +108,12 @@ void AddUser(const UserOptions &options)
     Secret volumeKey;
     Require(volume->Authorise(passwords.Existing(), &volumeKey), options.volume);
     const Secret password = passwords.New();
-    Require(volume->AddUser(options.name, volumeKey, password, CostOfNewUser(*volume, options)),
-            options.volume, volume->LastDetail());
+    const volume::KeyCost cost = CostOfNewUser(*volume, options);
+    {
+        const HeldSignals held; // a keyslot whose object is missing would stay for good
+        Require(volume->AddUser(options.name, volumeKey, password, cost), options.volume,
+                volume->LastDetail());
+    }
     Prove(options.volume, options.name, password);
 }
 

@@ -4,6 +4,7 @@
 #include "log.h"
 #include "pba/password_recovery.h"
 #include "pba/view.h"
+#include "stop_signals.h"
 
 namespace host {
 
@@ -65,6 +66,9 @@ kro::result_t BusinessLogic::StartOperatingSystem()
 {
     if (!m_view)
         return kro::kNotInitialized;
+    // Who ended the program does not want the system to start.
+    if (StopRequested())
+        return kro::kCancelled;
     return Guarded([&] {
         const kro::result_t result = m_osStart.Start();
         if (kro::Failed(result))

@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "volume/text.h"
+
 namespace host {
 namespace {
 
@@ -36,6 +38,11 @@ std::string CheckMapperName(const std::string &name)
     return "a mapper name has 1 to 127 letters, digits and #+-.:=@_";
 }
 
+std::string CheckNotEmpty(const std::string &value)
+{
+    return value.empty() ? "must not be empty" : "";
+}
+
 void AddOptions(CLI::App *app, CommandLine *line)
 {
     // Where a script hands on further arguments, the later one wins.
@@ -43,7 +50,9 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_option("--root", line->root, "Directory that holds pba/settings.bin and the view's other files")
         ->required()
         ->check(CLI::ExistingDirectory);
-    app->add_option("--volume", line->volume, "LUKS2 volume, a device or a file")->required();
+    app->add_option("--volume", line->volume, "LUKS2 volume, a device or a file")
+        ->required()
+        ->check(CheckNotEmpty);
     app->add_option("--mapper-name", line->mapperName, "Map the opened volume under this name")
         ->check(CheckMapperName);
     app->add_option("--log", line->log,
@@ -72,7 +81,7 @@ std::optional<CommandLine> ParseCommandLine(int argc, char **argv, int *exitCode
     } catch (const CLI::Success &request) {
         *exitCode = app.exit(request);
     } catch (const CLI::ParseError &fault) {
-        std::cerr << "pba_host: " << fault.what() << "; see pba_host --help\n";
+        std::cerr << "pba_host: " << volume::Printable(fault.what()) << "; see pba_host --help\n";
         *exitCode = kExitUsage;
     }
     return std::nullopt;

@@ -9,6 +9,7 @@
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "stop_signals.h"
+#include "volume/text.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ using namespace host;
 
 int Refuse(const std::string &what)
 {
-    std::cerr << "pba_host: " << what << '\n';
+    std::cerr << "pba_host: " << volume::Printable(what) << '\n';
     return kExitUsage;
 }
 
@@ -80,10 +81,9 @@ int Main(int argc, char **argv)
     const std::optional<CommandLine> line = ParseCommandLine(argc, argv, &exitCode);
     if (!line)
         return exitCode;
+    InstallStopSignals();
     if (!PreparePlatform(*line))
         return Refuse(line->log + ": cannot be written; give --log another file");
-    InstallStopSignals();
-
     std::unique_ptr<volume::Volume> volume;
     if (const volume::Error error = OpenVolume(*line, &volume); error != volume::Error::None)
         return Refuse(line->volume + ": " + volume::Describe(error));

@@ -28,8 +28,13 @@ std::string Module::DefaultPath()
 
 bool Module::Load(const std::string &path, std::string *fault)
 {
-    // Absolute, or a bare name would be looked for in the system's library directories.
+    // Opening a fifo would wait for its other end.
     std::error_code error;
+    if (!fs::is_regular_file(path, error)) {
+        *fault = path + " is no file; give --module the path of " + kFileName;
+        return false;
+    }
+    // Absolute, or a bare name would be looked for in the system's library directories.
     void *library = dlopen(fs::absolute(path, error).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         *fault = dlerror();
@@ -40,7 +45,7 @@ bool Module::Load(const std::string &path, std::string *fault)
         Find(library, "CreateTranslator", &createTranslator) &&
         Find(library, "DeleteTranslator", &deleteTranslator))
         return true;
-    *fault = path + " lacks the exports of a view module";
+    *fault = path + " lacks the exports of a view module; give --module another file";
     return false;
 }
 

@@ -28,6 +28,7 @@ void InstallStopSignals()
     action.sa_flags = SA_RESTART;
     for (int signal : {SIGINT, SIGTERM, SIGHUP})
         sigaction(signal, &action, nullptr);
+    std::signal(SIGPIPE, SIG_IGN); // a log that nobody reads any more keeps nobody out
 }
 
 bool StopRequested()

@@ -1,4 +1,4 @@
-// SIGINT, SIGTERM and SIGHUP end the view, which gives the display back. A second one ends the program at
+// SIGINT, SIGTERM and SIGHUP end the view, which gives the display back; a second one ends the program at
 // once.
 #pragma once
 

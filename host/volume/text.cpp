@@ -140,4 +140,18 @@ std::u16string ToUtf16(std::string_view text)
     return units;
 }
 
+std::string Printable(std::string_view text)
+{
+    std::string line;
+    while (!text.empty()) {
+        const std::string_view before = text;
+        const std::optional<char32_t> point = TakeUtf8(&text);
+        if (!point)
+            text.remove_prefix(1);
+        const bool control = !point || *point < 0x20 || (*point >= 0x7F && *point < 0xA0);
+        line += control ? "?" : before.substr(0, before.size() - text.size());
+    }
+    return line;
+}
+
 } // namespace volume

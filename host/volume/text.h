@@ -20,4 +20,7 @@ std::optional<std::size_t> Utf16Length(std::string_view text);
 // Ends at the first byte that is not valid UTF-8: check with Utf16Length before.
 std::u16string ToUtf16(std::string_view text);
 
+// For a line at a terminal or in a log: what is a control character or not valid UTF-8 becomes "?".
+std::string Printable(std::string_view text);
+
 } // namespace volume

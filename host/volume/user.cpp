@@ -61,7 +61,7 @@ const char *FindNameFault(const UserName &name)
     if (name.user.empty())
         return "the user name is empty";
     if (name.user.size() > kMaxNameBytes || name.domain.size() > kMaxNameBytes)
-        return "user name and domain may have 256 bytes each";
+        return "user name and domain may have at most 256 bytes each";
     if (!Utf16Length(name.user) || !Utf16Length(name.domain))
         return "user name and domain must be UTF-8";
     if (HasControlCharacter(name.user) || HasControlCharacter(name.domain))

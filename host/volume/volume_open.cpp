@@ -61,12 +61,15 @@ Error Probe(const std::string &path, bool *looksLikeLuks2)
 
 void KeepDetail(int level, const char *message, void *detail)
 {
-    if (level != CRYPT_LOG_ERROR)
+    if (level != CRYPT_LOG_ERROR || !detail)
         return;
-    auto *kept = static_cast<std::string *>(detail);
-    kept->assign(message);
-    while (!kept->empty() && (kept->back() == '\n' || kept->back() == '.'))
-        kept->pop_back();
+    std::string_view words(message);
+    while (!words.empty() && (words.back() == '\n' || words.back() == '.'))
+        words.remove_suffix(1);
+    try {
+        static_cast<std::string *>(detail)->assign(words);
+    } catch (const std::bad_alloc &) { // may not pass through the library, and the words are not vital
+    }
 }
 
 } // namespace
@@ -75,6 +78,8 @@ Error Volume::Connect()
 {
     // Only our own objects count; code from plug-ins has no business here.
     crypt_token_external_disable();
+    // Without a callback the library writes to the standard streams.
+    crypt_set_log_callback(nullptr, KeepDetail, nullptr);
     const int result = crypt_init(&m_device, m_path.c_str());
     if (result < 0)
         return Fault(result);

@@ -17,20 +17,14 @@ inline Outcome Run(const QString &program, const QStringList &arguments, const Q
     process.start(program, arguments);
     process.write(input);
     process.closeWriteChannel();
-    if (!process.waitForFinished(120000))
-        qFatal("%s does not end", qPrintable(program));
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            process.readAllStandardOutput(), process.readAllStandardError()};
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
+        qFatal("%s does not end well", qPrintable(program));
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
 inline Outcome RunAdmin(const QStringList &arguments, const QByteArray &input = {})
 {
     return Run(QStringLiteral(PBA_ADMIN), arguments, input);
-}
-
-inline Outcome RunStandardTool(const QStringList &arguments, const QByteArray &input = {})
-{
-    return Run(QStringLiteral("/usr/sbin/cryptsetup"), arguments, input);
 }
 
 // One line that says what is wrong, and nothing on standard output.

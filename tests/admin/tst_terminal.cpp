@@ -30,13 +30,9 @@ public:
 
     bool WaitFor(const QByteArray &text)
     {
-        const qsizetype from = m_seen;
-        while (!m_shown.mid(from).contains(text)) {
-            if (!ReadMore())
-                return false;
-        }
-        m_seen = m_shown.size();
-        return true;
+        while (!m_shown.contains(text) && ReadMore())
+            ;
+        return m_shown.contains(text);
     }
     void Type(const QByteArray &text)
     {
@@ -72,7 +68,6 @@ private:
     int m_terminal = -1;
     pid_t m_process = -1;
     QByteArray m_shown;
-    qsizetype m_seen = 0;
 };
 
 } // namespace
@@ -82,29 +77,21 @@ class TerminalTest : public QObject
     Q_OBJECT
 
 private slots:
-    void theNewPasswordIsAskedTwice_data()
-    {
-        QTest::addColumn<QByteArray>("again");
-        QTest::addColumn<int>("exitCode");
-        QTest::newRow("the same") << QByteArray("Oops 1\n") << 0;
-        QTest::newRow("another") << QByteArray("Oops 2\n") << 1;
-    }
     void theNewPasswordIsAskedTwice()
     {
-        QFETCH(QByteArray, again);
         QTemporaryDir directory;
         const QString path = directory.filePath("volume.img");
-        Session session(path.toUtf8());
-        QVERIFY(session.WaitFor("New password: ") && !session.Echoes());
-        session.Type("Oops 1\n");
-        QVERIFY(session.WaitFor("New password again: ") && !session.Echoes());
-        session.Type(again);
-        QVERIFY(session.WaitFor("\n"));
-        const int status = session.End();
-        QVERIFY(WIFEXITED(status));
-        QTEST(WEXITSTATUS(status), "exitCode");
-        QVERIFY2(!session.Shown().contains("Oops"), session.Shown());
-        QCOMPARE(QFile::exists(path), again == "Oops 1\n");
+        for (const QByteArray again : {"Oops 2\n", "Oops 1\n"}) {
+            Session session(path.toUtf8());
+            QVERIFY(session.WaitFor("New password: ") && !session.Echoes());
+            session.Type("Oops 1\n");
+            QVERIFY(session.WaitFor("New password again: ") && !session.Echoes());
+            session.Type(again);
+            const int status = session.End();
+            QCOMPARE(WIFEXITED(status) ? WEXITSTATUS(status) : -1, again == "Oops 1\n" ? 0 : 1);
+            QCOMPARE(QFile::exists(path), again == "Oops 1\n");
+            QVERIFY2(!session.Shown().contains("Oops"), session.Shown());
+        }
     }
 
     void anInterruptRestoresTheEcho()
@@ -114,7 +101,6 @@ private slots:
         // A descriptor of the terminal keeps its settings readable when the program is gone.
         QVERIFY(session.WaitFor("New password: ") && !session.Echoes());
         session.Type("\x03");
-        QVERIFY(session.WaitFor("\n"));
         const int status = session.End();
         QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
         QVERIFY(session.Echoes());

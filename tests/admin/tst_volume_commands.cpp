@@ -25,16 +25,15 @@ private slots:
 
     void aNewVolume()
     {
-        QCOMPARE(QFileInfo(m_volume).size(), 20 * 1024 * 1024);
-        QCOMPARE(QFileInfo(m_volume).permissions() & (QFile::ReadGroup | QFile::ReadOther),
-                 QFile::Permissions());
-        QCOMPARE(OpenWithStandardTool("green quill 7"), 0);
-        QVERIFY(OpenWithStandardTool("green quill 7\n") != 0);
+        const QFileInfo file(m_volume);
+        QCOMPARE(file.size(), 20 * 1024 * 1024);
+        QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+        QVERIFY(Opens(m_volume, "green quill 7") && !Opens(m_volume, "green quill 7\n"));
         const QJsonObject header = Header();
         QCOMPARE(header["config"].toObject()["json_size"].toString(), "61440");
-        const QJsonObject slot = header["keyslots"].toObject()["0"].toObject();
-        QCOMPARE(slot["kdf"].toObject()["type"].toString(), "argon2id");
-        QVERIFY(slot["kdf"].toObject()["memory"].toInt() <= 512 * 1024);
+        const QJsonObject cost = header["keyslots"].toObject()["0"].toObject()["kdf"].toObject();
+        QCOMPARE(cost["type"].toString(), "argon2id");
+        QVERIFY(cost["memory"].toInt() <= 512 * 1024);
         const QJsonObject user{
             {"type", "pba-user"}, {"keyslots", QJsonArray{"0"}}, {"domain", "B\u00fcro"}, {"user", "anna"}};
         QCOMPARE(header["tokens"].toObject()["0"].toObject(), user);
@@ -42,14 +41,13 @@ private slots:
 
     void anotherUserCostsTheSame()
     {
-        const Outcome added = RunAdmin({"user", "add", "--volume", m_volume, "--password-stdin", "boris"},
-                                       "green quill 7\r\npaper boat\r\n");
-        QVERIFY2(added.exitCode == 0 && added.errors.isEmpty(), added.errors);
-        QCOMPARE(OpenWithStandardTool("paper boat"), 0);
+        QCOMPARE(RunAdmin(Add(m_volume, "boris"), "green quill 7\r\npaper boat\r\n").errors, QByteArray());
+        QVERIFY(Opens(m_volume, "paper boat"));
         const QJsonObject keyslots = Header()["keyslots"].toObject();
-        for (const char *parameter : {"type", "time", "memory", "cpus"})
-            QCOMPARE(keyslots["1"].toObject()["kdf"].toObject()[parameter],
-                     keyslots["0"].toObject()["kdf"].toObject()[parameter]);
+        QJsonObject costs[] = {keyslots["0"].toObject()["kdf"].toObject(),
+                               keyslots["1"].toObject()["kdf"].toObject()};
+        QVERIFY(costs[0].take("salt") != costs[1].take("salt"));
+        QCOMPARE(costs[0], costs[1]);
     }
 
     void aVolumeOfTheStandardTool()
@@ -57,18 +55,15 @@ private slots:
         const QString path = m_directory.filePath("foreign.img");
         QFile file(path);
         QVERIFY(file.open(QFile::WriteOnly) && file.resize(20 * 1024 * 1024));
-        QCOMPARE(RunStandardTool({"luksFormat", "-q", "--type", "luks2", "--pbkdf", "pbkdf2",
-                                  "--pbkdf-force-iterations", "1000", path, "-"},
-                                 "master")
-                     .exitCode,
-                 0);
-        const QStringList add{"user",        "add", "--volume",         path,
-                              "--iter-time", "1",   "--password-stdin", "anna"};
+        const QStringList format{
+            "luksFormat", "-q", "--type", "luks2", "--pbkdf", "pbkdf2", "--pbkdf-force-iterations",
+            "1000",       path, "-"};
+        QCOMPARE(Run("/usr/sbin/cryptsetup", format, "master").exitCode, 0);
+        const QStringList add = Add(path, "anna") + QStringList{"--iter-time", "1"};
         CompareFailure(RunAdmin(add, "wrong\nnew\n"), 1, "wrong password");
         QCOMPARE(RunAdmin(add, "master\nnew\n").exitCode, 0);
         CompareFailure(RunAdmin(add, "master\nnew\n"), 1, "exists already");
-        for (const char *password : {"master", "new"})
-            QCOMPARE(RunStandardTool({"open", "--test-passphrase", path}, password).exitCode, 0);
+        QVERIFY(Opens(path, "master") && Opens(path, "new"));
     }
 
     void refusals_data()
@@ -76,53 +71,43 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("input");
         QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QByteArray>("says");
         const QString path = m_directory.filePath("never.img");
-        const QStringList create = Create(path);
-        const QStringList add{"user", "add", "--volume", m_volume, "--password-stdin"};
-        const QByteArray good = "good\n";
-        QTest::newRow("no command") << QStringList() << good << 2 << QByteArray("subcommand");
-        QTest::newRow("an unknown option")
-            << create + QStringList{"--bogus"} << good << 2 << QByteArray("--bogus");
-        QTest::newRow("an existing file") << Create(m_volume) << good << 1 << QByteArray("exists already");
-        QTest::newRow("no such directory")
-            << Create("/no/such/file") << good << 1 << QByteArray("/no/such/file");
-        for (const char *size : {"", "x", "64Q", "64MM", "-64M", "99999999999G"})
-            QTest::addRow("size %s", size) << Resized(create, size) << good << 2 << QByteArray("--size");
-        QTest::newRow("too small") << Resized(create, "16M") << good << 2 << QByteArray("minimum is 17M");
-        QTest::newRow("half a sector")
-            << Resized(create, "20481K") << good << 2 << QByteArray("multiple of 4K");
-        QTest::newRow("no user name")
-            << create + QStringList{"--user", ""} << good << 2 << QByteArray("--user");
-        QTest::newRow("no input") << create << QByteArray() << 1 << QByteArray("input ended");
-        QTest::newRow("an empty password") << create << QByteArray("\n") << 1 << QByteArray("empty");
-        QTest::newRow("a long password")
-            << create << QByteArray(128, 'x') << 1 << QByteArray("127 characters");
-        QTest::newRow("a long line") << create << QByteArray(513, 'x') << 1 << QByteArray("512 bytes");
-        QTest::newRow("a tab") << create << QByteArray("a\tb\n") << 1 << QByteArray("cannot be typed");
-        QTest::newRow("no UTF-8") << create << QByteArray("\xff\n") << 1 << QByteArray("cannot be typed");
-        QTest::newRow("no such volume")
-            << QStringList{"user", "add", "--volume", path, "x"} << good << 1 << QByteArray("no such file");
-        QTest::newRow("no volume") << QStringList{"user", "add", "--volume", PBA_ADMIN, "x"} << good << 1
-                                   << QByteArray("not a LUKS2 volume");
-        QTest::newRow("a known user") << add + QStringList{"--domain", "B\u00fcro", "anna"} << good << 1
-                                      << QByteArray("exists already");
-        QTest::newRow("a wrong password")
-            << add + QStringList{"carl"} << QByteArray("no\nnew\n") << 1 << QByteArray("wrong password");
-        QTest::newRow("only one password")
-            << add + QStringList{"carl"} << QByteArray("green quill 7\n") << 1 << QByteArray("input ended");
+        const auto row = [](const char *says, const QStringList &arguments, const QByteArray &input,
+                            int exitCode) { QTest::newRow(says) << arguments << input << exitCode; };
+        row("--bogus", Create(path) + QStringList{"--bogus"}, "good", 2);
+        row("FILE: must not be empty", Create(""), "good", 2);
+        row("/no/such/file", Create("/no/such/file"), "good", 1);
+        for (const char *size : {"--size x", "--size 64Q", "--size -64M", "--size 99999999999G"})
+            row(size, Create(path, size + 7), "good", 2);
+        row("minimum is 17M", Create(path, "16M"), "good", 2);
+        row("multiple of 4K", Create(path, "20481K"), "good", 2);
+        row("that large", Create(path, "8000000000G"), "good", 1);
+        row("name is empty", Create(path, "20M", ""), "good", 2);
+        row("control characters", Create(path, "20M", "a\nb"), "good", 2);
+        row("256 bytes", Create(path, "20M", QString(257, 'x')), "good", 2);
+        row("input ended", Create(path), "", 1);
+        row("password is empty", Create(path), "\n", 1);
+        row("127 characters", Create(path), QByteArray(128, 'x'), 1);
+        row("512 bytes", Create(path), QByteArray(513, 'x'), 1);
+        row("cannot be typed", Create(path), "a\tb", 1);
+        row("must be UTF-8 text", Create(path), "\xff", 1);
+        row(".img: exists already", Create(m_volume), "good", 1);
+        row("no such file", Add(path, "x"), "good", 1);
+        row("not a LUKS2 volume", Add(PBA_ADMIN, "x"), "good", 1);
+        row("user exists already", Add(m_volume, "anna") + QStringList{"--domain", "B\u00fcro"}, "good", 1);
+        row("wrong password", Add(m_volume, "carl"), "no\nnew\n", 1);
+        row("ended where a password", Add(m_volume, "carl"), "green quill 7\n", 1);
     }
     void refusals()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QByteArray, input);
         QFETCH(int, exitCode);
-        QFETCH(QByteArray, says);
         const QStringList before = QDir(m_directory.path()).entryList(QDir::Files);
-        const QJsonObject header = Header();
-        CompareFailure(RunAdmin(arguments, input), exitCode, says);
+        const QByteArray header = HeaderBytes();
+        CompareFailure(RunAdmin(arguments, input), exitCode, QTest::currentDataTag());
         QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), before);
-        QCOMPARE(Header(), header);
+        QCOMPARE(HeaderBytes(), header);
     }
 
     void aReadOnlyVolume()
@@ -132,13 +117,14 @@ private slots:
         QVERIFY(QFile::setPermissions(copy, QFile::ReadOwner | QFile::ReadOther));
         QVERIFY(QFile::setPermissions(m_directory.path(), QFile::ReadOwner | QFile::WriteOwner |
                                                               QFile::ExeOwner | QFile::ExeOther));
-        const QStringList add{"user", "add", "--volume", copy, "--password-stdin", "carl"};
         const QByteArray passwords = "green quill 7\nnew\n";
         // Permissions do not bind the administrator, so the tool runs as somebody else.
         const Outcome refused =
             geteuid() == 0
-                ? Run("setpriv", QStringList{"--reuid=65534", "--clear-groups", PBA_ADMIN} + add, passwords)
-                : RunAdmin(add, passwords);
+                ? Run("setpriv",
+                      QStringList{"--reuid=65534", "--clear-groups", PBA_ADMIN} + Add(copy, "carl"),
+                      passwords)
+                : RunAdmin(Add(copy, "carl"), passwords);
         CompareFailure(refused, 1, "read-only");
     }
 
@@ -158,24 +144,30 @@ private slots:
     }
 
 private:
-    static QStringList Create(const QString &path)
+    static QStringList Create(const QString &path, const QString &size = "20M", const QString &user = "anna")
     {
-        return {"volume", "create", path,          "--size", "20M",
-                "--user", "anna",   "--iter-time", "1",      "--password-stdin"};
+        return {"volume", "create", path,          "--size", size,
+                "--user", user,     "--iter-time", "1",      "--password-stdin"};
     }
-    static QStringList Resized(QStringList arguments, const char *size)
+    static QStringList Add(const QString &path, const QString &user)
     {
-        arguments[4] = QString::fromLatin1(size);
-        return arguments;
+        return {"user", "add", "--volume", path, "--password-stdin", user};
     }
-    int OpenWithStandardTool(const QByteArray &password) const
+    static bool Opens(const QString &path, const QByteArray &password)
     {
-        return RunStandardTool({"open", "--test-passphrase", "--key-file", "-", m_volume}, password).exitCode;
+        return Run("/usr/sbin/cryptsetup", {"open", "--test-passphrase", "--key-file", "-", path}, password)
+                   .exitCode == 0;
     }
     QJsonObject Header() const
     {
-        return QJsonDocument::fromJson(RunStandardTool({"luksDump", "--dump-json-metadata", m_volume}).output)
-            .object();
+        const QByteArray json =
+            Run("/usr/sbin/cryptsetup", {"luksDump", "--dump-json-metadata", m_volume}).output;
+        return QJsonDocument::fromJson(json).object();
+    }
+    QByteArray HeaderBytes() const
+    {
+        QFile file(m_volume);
+        return file.open(QFile::ReadOnly) ? file.read(16 * 1024 * 1024) : QByteArray();
     }
 
     QTemporaryDir m_directory;

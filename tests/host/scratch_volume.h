@@ -1,10 +1,6 @@
 // A real LUKS2 volume in a temporary directory, with a derivation so cheap that tests may make many.
 #pragma once
 
-#include <memory>
-#include <string>
-
-#include <QByteArray>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -26,9 +22,13 @@ public:
 
     ScratchVolume()
     {
-        MakeEmpty();
-        Add({"", "anna"}, kPassword);
-        Add({"OFFICE", "boris"}, kOtherPassword);
+        QFile file(QString::fromStdString(Path()));
+        std::unique_ptr<volume::Volume> made;
+        if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
+            volume::Volume::Create(Path(), &made) != volume::Error::None)
+            qFatal("no volume");
+        Add(*made, {"", "anna"}, kPassword);
+        Add(*made, {"OFFICE", "boris"}, kOtherPassword);
     }
 
     std::string Path() const { return File("volume.img"); }
@@ -37,26 +37,15 @@ public:
     std::unique_ptr<volume::Volume> Open() const
     {
         std::unique_ptr<volume::Volume> opened;
-        if (const volume::Error error = volume::Volume::Open(Path(), &opened); error != volume::Error::None)
-            qFatal("%s", volume::Describe(error));
+        if (volume::Volume::Open(Path(), &opened) != volume::Error::None)
+            qFatal("the volume does not open");
         return opened;
     }
-    void MakeEmpty()
+    static volume::Error Add(volume::Volume &volume, const volume::UserName &name, const char *password)
     {
-        QFile file(QString::fromStdString(Path()));
-        if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
-            volume::Volume::Create(Path(), &m_volume) != volume::Error::None)
-            qFatal("no volume");
-    }
-    void Add(const volume::UserName &name, std::string_view password)
-    {
-        const volume::Error error = m_volume->AddUser(name, volume::Secret(), MakeSecret(password),
-                                                      volume::KeyCost::ForRandomSecret());
-        if (error != volume::Error::None)
-            qFatal("%s", volume::Describe(error));
+        return volume.AddUser(name, {}, MakeSecret(password), volume::KeyCost::ForRandomSecret());
     }
 
 private:
     QTemporaryDir m_directory;
-    std::unique_ptr<volume::Volume> m_volume;
 };
