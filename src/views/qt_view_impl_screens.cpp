@@ -38,11 +38,11 @@ void QtViewImpl::SetScreen(int index)
         repaint();
 }
 
+// All of them: when a dialog is first shown, the toolkit makes some button the default, be it a link.
 void QtViewImpl::ClearDefaultButtons()
 {
-    for (QPushButton *button :
-         {Form().loginButton, Form().saveNewPasswordButton, Form().continueToResponceButton,
-          Form().continueToChangePasswordButton, Form().testBootButton})
+    const auto buttons = findChildren<QPushButton *>();
+    for (QPushButton *button : buttons)
         button->setDefault(false);
 }
 

@@ -17,6 +17,7 @@ constexpr int kHopMs = 1;
 void QtViewImpl::HandleUiShown()
 {
     TraceMessage(kTraceDetail) << "UiShownEventType";
+    ClearDefaultButtons();
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_startupBusy = true;
     UpdatePointer();
