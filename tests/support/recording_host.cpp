@@ -2,19 +2,10 @@
 
 #include <QString>
 
-namespace {
-
-QByteArray Utf8(const kro::wstring_t &text)
+static QByteArray Utf8(const kro::wstring_t &text)
 {
     return QString::fromUtf16(text.Data(), static_cast<qsizetype>(text.Length())).toUtf8();
 }
-
-kro::wstring_t Wide(const QByteArray &text)
-{
-    return kro::wstring_t(reinterpret_cast<const char16_t *>(QString::fromUtf8(text).utf16()));
-}
-
-} // namespace
 
 kro::result_t RecordingHost::Note(const QByteArray &member, const QByteArray &arguments)
 {
@@ -25,143 +16,26 @@ kro::result_t RecordingHost::Note(const QByteArray &member, const QByteArray &ar
     return result == results.end() ? kro::kOk : result->second;
 }
 
-kro::result_t RecordingHost::Init(pba::IMainView *mainView)
+kro::result_t RecordingHost::Login(const Wide &loginDomain, const Wide &loginUserName, const Wide &password)
 {
-    view = mainView;
-    return Note("Init");
+    return Note(__func__, "(" + Utf8(loginDomain) + "," + Utf8(loginUserName) + "," + Utf8(password) + ")");
 }
 
-kro::result_t RecordingHost::UpdateConnectedTokens(bool *mustChange)
+kro::result_t RecordingHost::GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message)
 {
-    *mustChange = screenMustChange;
-    return Note("UpdateConnectedTokens");
+    *title = u"Not now";
+    *message = u"The password was changed today.";
+    return Tell(__func__, allowed, changeAllowed);
 }
 
-kro::result_t RecordingHost::CheckTokensConnected(bool *connected)
+kro::result_t RecordingHost::PrepareChangePassword(Wide *outDomain, Wide *outUserName)
 {
-    *connected = tokensConnected;
-    return Note("CheckTokensConnected");
+    *outDomain = domain;
+    *outUserName = userName;
+    return Note(__func__);
 }
 
-kro::result_t RecordingHost::StartLoginByPassword(pba::ILoginByPasswordView *handed)
+kro::result_t RecordingHost::ChangePassword(const Wide &newPassword)
 {
-    passwordView = handed;
-    if (!silent)
-        handed->SetLogic(this);
-    return Note("StartLoginByPassword");
-}
-
-kro::result_t RecordingHost::StartPasswordRecovery(pba::IPasswordRecoveryView *handed)
-{
-    recoveryView = handed;
-    if (!silent)
-        handed->SetLogic(this);
-    return Note("StartPasswordRecovery");
-}
-
-kro::result_t RecordingHost::StartLoginByToken(pba::ILoginByTokenView *handed)
-{
-    tokenView = handed;
-    if (!silent)
-        handed->SetLogic(this);
-    return Note("StartLoginByToken");
-}
-
-kro::result_t RecordingHost::StartOperatingSystem()
-{
-    return Note("StartOperatingSystem");
-}
-
-kro::result_t RecordingHost::IsAutologonSuppressed(bool *suppressed)
-{
-    *suppressed = autologonSuppressed;
-    return Note("IsAutologonSuppressed");
-}
-
-kro::result_t RecordingHost::Login(const kro::wstring_t &loginDomain, const kro::wstring_t &loginUserName,
-                                   const kro::wstring_t &password)
-{
-    return Note("Login", "(" + Utf8(loginDomain) + "," + Utf8(loginUserName) + "," + Utf8(password) + ")");
-}
-
-kro::result_t RecordingHost::ConfirmLoggedIn()
-{
-    return Note("ConfirmLoggedIn");
-}
-
-kro::result_t RecordingHost::GetPasswordChangeInfo(bool *allowed, kro::wstring_t *title,
-                                                   kro::wstring_t *message)
-{
-    *allowed = changeAllowed;
-    *title = Wide("Not now");
-    *message = Wide("The password was changed today.");
-    return Note("GetPasswordChangeInfo");
-}
-
-kro::result_t RecordingHost::PrepareChangePassword(kro::wstring_t *outDomain, kro::wstring_t *outUserName)
-{
-    *outDomain = Wide(domain);
-    *outUserName = Wide(userName);
-    return Note("PrepareChangePassword");
-}
-
-kro::result_t RecordingHost::ChangePassword(const kro::wstring_t &newPassword)
-{
-    return Note("ChangePassword", "(" + Utf8(newPassword) + ")");
-}
-
-kro::result_t RecordingHost::CancelChangePassword()
-{
-    return Note("CancelChangePassword");
-}
-
-kro::result_t RecordingHost::Reserved()
-{
-    return Note("Reserved");
-}
-
-kro::result_t RecordingHost::GetTokens(kro::vector_t<pba::TokenRecord> *)
-{
-    return Note("GetTokens");
-}
-
-kro::result_t RecordingHost::LoginByToken(std::int32_t index, const kro::string_t &pin)
-{
-    return Note("LoginByToken", "(" + QByteArray::number(index) + "," + pin.Data() + ")");
-}
-
-kro::result_t RecordingHost::SetEntropy(const kro::vector_t<std::uint8_t> &)
-{
-    return Note("SetEntropy");
-}
-
-kro::result_t RecordingHost::CheckResponseLine(const kro::string_t &line)
-{
-    return Note("CheckResponseLine", QByteArray("(") + line.Data() + ")");
-}
-
-kro::result_t RecordingHost::CheckResponse(const kro::vector_t<kro::string_t> &, bool *, bool *)
-{
-    return Note("CheckResponse");
-}
-
-kro::result_t RecordingHost::GotoChangePassword()
-{
-    return Note("GotoChangePassword");
-}
-
-bool RecordingHost::IsRecoveryInProgress()
-{
-    Note("IsRecoveryInProgress");
-    return recoveryInProgress;
-}
-
-kro::result_t RecordingHost::QuitRecovery()
-{
-    return Note("QuitRecovery");
-}
-
-kro::result_t RecordingHost::RestartRecovery()
-{
-    return Note("RestartRecovery");
+    return Note(__func__, "(" + Utf8(newPassword) + ")");
 }

@@ -15,62 +15,82 @@ class RecordingHost final : public pba::IBusinessLogic,
                             public pba::ILoginByTokenLogic,
                             public pba::IPasswordRecoveryLogic
 {
+    using Code = kro::result_t;
+    using Wide = kro::wstring_t;
+
 public:
-    // What happened, in order: the member's name, and the arguments of Login in parentheses.
+    // What happened, in order: the member's name, and the arguments of some in parentheses.
     QList<QByteArray> calls;
     // By member name: the code to answer with instead of 0, and what to do inside the call.
-    std::map<QByteArray, kro::result_t> results;
+    std::map<QByteArray, Code> results;
     std::map<QByteArray, std::function<void()>> actions;
-    // The starts hand over no logic.
+    // Init and the starts hand over no logic.
     bool silent = false;
 
     bool screenMustChange = false;
     bool tokensConnected = false;
     bool autologonSuppressed = true;
     bool changeAllowed = false;
-    bool recoveryInProgress = false;
-    QByteArray domain;
-    QByteArray userName;
+    Wide domain;
+    Wide userName;
 
-    // Handed over by the view.
+    // Handed over in Init.
     pba::IMainView *view = nullptr;
     pba::ILoginByPasswordView *passwordView = nullptr;
-    pba::ILoginByTokenView *tokenView = nullptr;
-    pba::IPasswordRecoveryView *recoveryView = nullptr;
 
     int Count(const QByteArray &call) const { return static_cast<int>(calls.count(call)); }
 
-    kro::result_t Init(pba::IMainView *mainView) override;
-    kro::result_t UpdateConnectedTokens(bool *mustChange) override;
-    kro::result_t CheckTokensConnected(bool *connected) override;
-    kro::result_t StartLoginByPassword(pba::ILoginByPasswordView *view) override;
-    kro::result_t StartPasswordRecovery(pba::IPasswordRecoveryView *view) override;
-    kro::result_t StartLoginByToken(pba::ILoginByTokenView *view) override;
-    kro::result_t StartOperatingSystem() override;
+    Code Init(pba::IMainView *mainView) override
+    {
+        view = mainView;
+        passwordView = view->GetLoginByPasswordView();
+        return Start(__func__, passwordView);
+    }
+    Code UpdateConnectedTokens(bool *out) override { return Tell(__func__, out, screenMustChange); }
+    Code CheckTokensConnected(bool *out) override { return Tell(__func__, out, tokensConnected); }
+    Code StartLoginByPassword(pba::ILoginByPasswordView *handed) override { return Start(__func__, handed); }
+    Code StartPasswordRecovery(pba::IPasswordRecoveryView *handed) override
+    {
+        return Start(__func__, handed);
+    }
+    Code StartLoginByToken(pba::ILoginByTokenView *handed) override { return Start(__func__, handed); }
+    Code StartOperatingSystem() override { return Note(__func__); }
 
-    kro::result_t IsAutologonSuppressed(bool *suppressed) override;
-    kro::result_t Login(const kro::wstring_t &loginDomain, const kro::wstring_t &loginUserName,
-                        const kro::wstring_t &password) override;
-    kro::result_t ConfirmLoggedIn() override;
-    kro::result_t GetPasswordChangeInfo(bool *allowed, kro::wstring_t *title,
-                                        kro::wstring_t *message) override;
-    kro::result_t PrepareChangePassword(kro::wstring_t *outDomain, kro::wstring_t *outUserName) override;
-    kro::result_t ChangePassword(const kro::wstring_t &newPassword) override;
-    kro::result_t CancelChangePassword() override;
+    Code IsAutologonSuppressed(bool *out) override { return Tell(__func__, out, autologonSuppressed); }
+    Code Login(const Wide &loginDomain, const Wide &loginUserName, const Wide &password) override;
+    Code ConfirmLoggedIn() override { return Note(__func__); }
+    Code GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message) override;
+    Code PrepareChangePassword(Wide *outDomain, Wide *outUserName) override;
+    Code ChangePassword(const Wide &newPassword) override;
+    Code CancelChangePassword() override { return Note(__func__); }
 
-    kro::result_t Reserved() override;
-    kro::result_t GetTokens(kro::vector_t<pba::TokenRecord> *tokens) override;
-    kro::result_t LoginByToken(std::int32_t index, const kro::string_t &pin) override;
+    Code Reserved() override { return Note(__func__); }
+    Code GetTokens(kro::vector_t<pba::TokenRecord> *) override { return Note(__func__); }
+    Code LoginByToken(std::int32_t, const kro::string_t &) override { return Note(__func__); }
 
-    kro::result_t SetEntropy(const kro::vector_t<std::uint8_t> &entropy) override;
-    kro::result_t CheckResponseLine(const kro::string_t &line) override;
-    kro::result_t CheckResponse(const kro::vector_t<kro::string_t> &lines, bool *complete,
-                                bool *valid) override;
-    kro::result_t GotoChangePassword() override;
-    bool IsRecoveryInProgress() override;
-    kro::result_t QuitRecovery() override;
-    kro::result_t RestartRecovery() override;
+    using Lines = kro::vector_t<kro::string_t>;
+    Code SetEntropy(const kro::vector_t<std::uint8_t> &) override { return Note(__func__); }
+    Code CheckResponseLine(const kro::string_t &) override { return Note(__func__); }
+    Code CheckResponse(const Lines &, bool *, bool *) override { return Note(__func__); }
+    Code GotoChangePassword() override { return Note(__func__); }
+    bool IsRecoveryInProgress() override { return Note(__func__) != kro::kOk; }
+    Code QuitRecovery() override { return Note(__func__); }
+    Code RestartRecovery() override { return Note(__func__); }
 
 private:
-    kro::result_t Note(const QByteArray &member, const QByteArray &arguments = {});
+    Code Note(const QByteArray &member, const QByteArray &arguments = {});
+
+    Code Tell(const char *member, bool *out, bool value)
+    {
+        *out = value;
+        return Note(member);
+    }
+
+    template <typename View>
+    Code Start(const char *member, View *handed)
+    {
+        if (!silent)
+            handed->SetLogic(this);
+        return Note(member);
+    }
 };

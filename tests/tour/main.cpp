@@ -59,8 +59,8 @@ void ShowLoginMessages(Stage &stage)
 void ShowPasswordChange(Stage &stage)
 {
     RecordingHost &host = stage.host;
-    host.domain = "OFFICE";
-    host.userName = "boris";
+    host.domain = u"OFFICE";
+    host.userName = u"boris";
     host.changeAllowed = true;
     host.actions["Login"] = [&] { host.passwordView->ShowLoggedIn(); };
     stage.Play([&] { host.view->ShowInitialScreen(); },

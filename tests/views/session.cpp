@@ -2,33 +2,50 @@
 
 #include <QApplication>
 #include <QStackedWidget>
-#include <QTest>
 #include <QTimer>
 
 #include "fake_pbe.h"
+#include "test_main.h"
 
-Session::Session()
-    : m_view(CreateMainView())
+// Every run of the view makes its own application object.
+struct NoApplication
+{
+    NoApplication(int &, char **) {}
+};
+
+PBA_TEST_MAIN(NoApplication)
+
+Session::Session(const QByteArray &row)
+    : view(CreateMainView(), &DeleteMainView)
+    , m_row(row)
+    , m_failedBefore(QTest::currentTestFailed())
 {
     fake_pbe::Reset();
 }
 
+Session::~Session()
+{
+    if (QTest::currentTestFailed() && !m_failedBefore)
+        qWarning("failed row: %s", m_row.constData());
+}
+
+void Session::AcceptLogins()
+{
+    host.actions["Login"] = [this] { host.passwordView->ShowLoggedIn(); };
+}
+
 kro::result_t Session::Play(const std::function<void()> &scenario, int exitCode)
 {
-    const auto action = host.actions["Init"];
     host.actions["Init"] = [=, this] {
-        host.view->SetOptions(options);
-        if (showInitialScreen)
-            host.view->ShowInitialScreen();
-        if (action)
-            action();
+        request();
         QTimer::singleShot(0, qApp, [=] {
             scenario();
             QCoreApplication::exit(exitCode);
         });
     };
-    m_view->SetBusinessLogic(&host);
-    return m_view->Run();
+    view->SetOptions(options);
+    view->SetBusinessLogic(&host);
+    return view->Run();
 }
 
 QDialog *Session::Dialog()
@@ -45,20 +62,32 @@ int Session::Screen()
     return Find<QStackedWidget>("stackedWidget")->currentIndex();
 }
 
+QString Session::FocusName()
+{
+    const QWidget *focus = QApplication::focusWidget();
+    return focus ? focus->objectName() : QString();
+}
+
 void Session::Click(const char *button)
 {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+    QTest::mouseClick(Find(button), Qt::LeftButton);
 }
 
 void Session::Type(const QString &text)
 {
-    QTest::keyClicks(QApplication::focusWidget(), text);
+    QTest::keyClicks(Dialog()->focusWidget(), text);
 }
 
-void Session::EnterCredentials(const QString &userName, const QString &password)
+void Session::Press(Qt::Key key)
+{
+    QTest::keyClick(Dialog()->focusWidget(), key);
+}
+
+void Session::LogIn(const char *button, const QString &userName, const QString &password)
 {
     Field("loginUserName")->setText(userName);
     Field("loginPassword")->setText(password);
+    Click(button);
 }
 
 void Session::Notify(int eventType)
@@ -80,23 +109,20 @@ void Boxes::Look()
     auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
     if (!dialog || dialog == m_answered || m_answers.isEmpty())
         return;
-    Box box;
-    box.title = dialog->findChild<QLabel *>(u"title"_qs)->text();
-    box.text = dialog->findChild<QLabel *>(u"mainText"_qs)->text();
+    const auto *title = dialog->findChild<QLabel *>(u"title"_qs);
+    const auto *version = dialog->findChild<QLabel *>(u"versionLabel"_qs);
+    const QCursor *cursor = QGuiApplication::overrideCursor();
+    QStringList buttons;
     for (const QPushButton *button : dialog->findChildren<QPushButton *>()) {
         if (button->isVisible())
-            box.buttons.append(button->objectName() + u'=' + button->text());
+            buttons.append(button->objectName() + u'=' + button->text());
     }
-    box.errorTitle = dialog->findChild<QLabel *>(u"title"_qs)->property("error_title").toBool();
-    if (const auto *version = dialog->findChild<QLabel *>(u"versionLabel"_qs))
-        box.version = version->isVisible();
-    if (const QCursor *cursor = QGuiApplication::overrideCursor())
-        box.arrowCursor = cursor->shape() == Qt::ArrowCursor;
-    box.buttons.sort();
-    seen.append(box);
+    buttons.sort();
+    seen.append({title->text(), dialog->findChild<QLabel *>(u"mainText"_qs)->text(), buttons.join(u','),
+                 title->property("error_title").toBool(), version && version->isVisible(),
+                 cursor && cursor->shape() == Qt::WaitCursor});
     m_answered = dialog;
-    if (whileStanding)
-        whileStanding();
+    whileStanding();
     const QString answer = m_answers.takeFirst();
     if (answer == u"Escape")
         QTest::keyClick(dialog, Qt::Key_Escape);

@@ -15,23 +15,24 @@
 class Session
 {
 public:
-    // Every session begins with a fresh platform: see fake_pbe::Reset.
-    Session();
+    // Every session begins with a fresh platform. In a test with rows the row is named when it fails.
+    explicit Session(const QByteArray &row = {});
+    ~Session();
 
-    // Asks for the first screen from Init, runs the view and plays the scenario; ends the run with
-    // `exitCode`.
+    // Runs the view, makes the request from Init and plays the scenario; ends the run with `exitCode`.
     kro::result_t Play(const std::function<void()> &scenario, int exitCode = 0);
+    // Accepts logins.
+    void AcceptLogins();
 
     RecordingHost host;
     std::uint32_t options = pba::kOptionLoginByPassword;
-    // Whether Init asks for the first screen.
-    bool showInitialScreen = true;
+    std::function<void()> request = [this] { host.view->ShowInitialScreen(); };
+    const std::unique_ptr<pba::IMainView, decltype(&DeleteMainView)> view;
 
-    pba::IMainView *View() const { return m_view.get(); }
     static QDialog *Dialog();
     static int Screen();
-
-    template <typename Widget>
+    static QString FocusName();
+    template <typename Widget = QPushButton>
     static Widget *Find(const char *name)
     {
         Widget *widget = Dialog()->findChild<Widget *>(QString::fromLatin1(name));
@@ -42,19 +43,18 @@ public:
     static QLineEdit *Field(const char *name) { return Find<QLineEdit>(name); }
     static QLabel *Label(const char *name) { return Find<QLabel>(name); }
     static void Click(const char *button);
-    // Types into whatever has the focus.
+    // A text or a key, typed into what has the focus.
     static void Type(const QString &text);
-    // Fills the login page.
-    static void EnterCredentials(const QString &userName, const QString &password);
+    static void Press(Qt::Key key);
+    // Fills the login page, and presses a button of it.
+    static void LogIn(const char *button = "loginButton", const QString &userName = QStringLiteral("u"),
+                      const QString &password = QStringLiteral("p"));
     // Sends a platform event to the dialog.
     static void Notify(int eventType);
 
 private:
-    struct Delete
-    {
-        void operator()(pba::IMainView *view) const { DeleteMainView(view); }
-    };
-    std::unique_ptr<pba::IMainView, Delete> m_view;
+    const QByteArray m_row;
+    const bool m_failedBefore;
 };
 
 // What stood on a modal dialog.
@@ -62,11 +62,12 @@ struct Box
 {
     QString title;
     QString text;
-    QStringList buttons;
+    // "name=text" of each, sorted.
+    QString buttons;
     bool errorTitle = false;
     bool version = false;
-    // The wait cursor was suspended.
-    bool arrowCursor = false;
+    // Under the wait cursor.
+    bool waiting = false;
 };
 
 // Answers modal dialogs as they come up, one answer each: the object name of a button to click, or "Escape".
@@ -78,7 +79,7 @@ public:
     // Those that were answered.
     QList<Box> seen;
     // While dialogs stand, before the answer is given.
-    std::function<void()> whileStanding;
+    std::function<void()> whileStanding = [] {};
 
 private:
     void Look();
