@@ -27,12 +27,13 @@ public:
         if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
             volume::Volume::Create(Path(), &made) != volume::Error::None)
             qFatal("no volume");
-        Add(*made, {"", "anna"}, kPassword);
-        Add(*made, {"OFFICE", "boris"}, kOtherPassword);
+        const auto cost = volume::KeyCost::ForRandomSecret();
+        if (made->AddUser({"", "anna"}, {}, MakeSecret(kPassword), cost) != volume::Error::None ||
+            made->AddUser({"OFFICE", "boris"}, {}, MakeSecret(kOtherPassword), cost) != volume::Error::None)
+            qFatal("no users");
     }
 
-    std::string Path() const { return File("volume.img"); }
-    std::string File(const char *name) const { return m_directory.filePath(name).toStdString(); }
+    std::string Path() const { return m_directory.filePath("volume.img").toStdString(); }
 
     std::unique_ptr<volume::Volume> Open() const
     {
@@ -40,10 +41,6 @@ public:
         if (volume::Volume::Open(Path(), &opened) != volume::Error::None)
             qFatal("the volume does not open");
         return opened;
-    }
-    static volume::Error Add(volume::Volume &volume, const volume::UserName &name, const char *password)
-    {
-        return volume.AddUser(name, {}, MakeSecret(password), volume::KeyCost::ForRandomSecret());
     }
 
 private:

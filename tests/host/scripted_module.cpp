@@ -38,20 +38,15 @@ private:
 
 pba::IMainView *CreateMainView()
 {
-    return new ScriptedView;
+    static ScriptedView view;
+    return &view;
 }
 
-void DeleteMainView(pba::IMainView *view)
-{
-    delete view;
-}
+void DeleteMainView(pba::IMainView *) {}
 
 pba::ITranslator *CreateTranslator()
 {
     return nullptr;
 }
 
-void DeleteTranslator(pba::ITranslator *translator)
-{
-    delete translator;
-}
+void DeleteTranslator(pba::ITranslator *) {}

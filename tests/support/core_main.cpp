@@ -1,4 +1,4 @@
-// The tests of volumes, of the host's answers and of the program itself.
+// The main of test programs without a window.
 #include <QCoreApplication>
 
 #include "test_main.h"
