@@ -1,6 +1,12 @@
-// The view's files: which names are taken, what is opened and what is refused without waiting.
+// The view's files and the log's: which names are taken, what is opened, what is refused without waiting, and
+// in how many writes a line is written. The log reads its environment once a process, so every case of it
+// runs in a process of its own, whose standard error is a socket that keeps writes apart.
+#include <functional>
+
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -8,12 +14,58 @@
 #include <QTest>
 
 #include "pbe/files.h"
+#include "pbe/log.h"
+
+namespace {
+
+const QByteArray kLine = "PBAQT   a line\r\n";
+
+void LogLine(std::uint32_t severity = 300)
+{
+    PbeLogMessage(severity, 5, "PBAQT   ", "a line\r\n");
+}
+
+QList<QByteArray> Writes(const char *variable, const QByteArray &value, const std::function<void()> &work)
+{
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0)
+        return {"no socket pair"};
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(ends[1], STDERR_FILENO);
+        unsetenv("PBE_LOG");
+        setenv(variable, value.constData(), 1);
+        work();
+        _exit(0);
+    }
+    close(ends[1]);
+    QList<QByteArray> writes;
+    char buffer[1024];
+    for (ssize_t size = 0; (size = recv(ends[0], buffer, sizeof buffer, 0)) > 0;)
+        writes.append(QByteArray(buffer, size));
+    close(ends[0]);
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || status != 0)
+        writes.append("the process failed");
+    return writes;
+}
+
+} // namespace
 
 class TestFiles : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(QDir::setCurrent(m_root.path()) && QDir().mkdir(u"directory"_qs));
+        QFile file(u"file"_qs);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("old text") == 8);
+        QVERIFY(QFile::link(u"file"_qs, u"link"_qs) && QFile::link(u"missing"_qs, u"dangling"_qs));
+        QCOMPARE(mkfifo("fifo", 0600), 0);
+    }
+
     void Names()
     {
         const struct
@@ -22,8 +74,7 @@ private Q_SLOTS:
             const char16_t *path;
             const char *file; // Empty: refused.
         } rows[] = {{"/r//", u"\\pba\\a", "/r/pba/a"},
-                    {"/", u"\\pba\\a", "/pba/a"},
-                    {"/r", u"\\größe\U0001F511", "/r/größe\U0001F511"},
+                    {"/", u"\\größe\U0001F511", "/größe\U0001F511"},
                     {"/r", u"\\..a\\b..\\...", "/r/..a/b../..."},
                     {"/r", u"\\pba\\..\\..\\etc", ""},
                     {"/r", u"\\pba\\..", ""},
@@ -40,13 +91,6 @@ private Q_SLOTS:
 
     void Opening()
     {
-        QTemporaryDir root;
-        QVERIFY(QDir::setCurrent(root.path()) && QDir().mkdir(u"directory"_qs));
-        QFile file(u"file"_qs);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("old text") == 8);
-        file.close();
-        QVERIFY(QFile::link(u"file"_qs, u"link"_qs) && QFile::link(u"missing"_qs, u"dangling"_qs));
-        QCOMPARE(mkfifo("fifo", 0600), 0);
         // A relative root is made absolute, and stays where nothing is said.
         PbeSetFileRoot(".");
         PbeSetFileRoot("");
@@ -57,8 +101,7 @@ private Q_SLOTS:
             bool exists;
             kro::result_t reading;
             kro::result_t writing;
-        } rows[] = {{u"\\none\\none", false, kro::kNotFound, kro::kNotFound},
-                    {u"\\file\\a", false, kro::kNotFound, kro::kNotFound},
+        } rows[] = {{u"\\file\\a", false, kro::kNotFound, kro::kNotFound},
                     {u"\\directory", true, kro::kAccessDenied, kro::kAccessDenied},
                     {u"\\fifo", true, kro::kAccessDenied, kro::kAccessDenied},
                     {u"\\link", true, kro::kOk, kro::kAccessDenied},
@@ -66,23 +109,74 @@ private Q_SLOTS:
                     {u"\\directory\\..\\file", false, kro::kInvalidArgument, kro::kInvalidArgument},
                     {u"\\new", false, kro::kNotFound, kro::kOk},
                     {u"\\file", true, kro::kOk, kro::kOk}};
+        int descriptor = 0;
         for (const auto &row : rows) {
             QCOMPARE(PbeFileExists(row.path), row.exists);
-            int descriptor = 0;
             QCOMPARE(PbeOpenFileForReading(row.path, &descriptor), row.reading);
-            QCOMPARE(descriptor >= 0, row.reading == kro::kOk);
             close(descriptor);
             QCOMPARE(PbeOpenFileForWriting(row.path, &descriptor), row.writing);
-            QCOMPARE(descriptor >= 0, row.writing == kro::kOk);
             close(descriptor);
         }
-        QCOMPARE(QFileInfo(root.filePath(u"file"_qs)).size(), 0);
-        int descriptor = -1;
+        QCOMPARE(QFileInfo(m_root.filePath(u"file"_qs)).size(), 0);
         QCOMPARE(PbeOpenFileForReading(u"\\file", &descriptor), kro::kOk);
         QVERIFY(!(fcntl(descriptor, F_GETFL) & O_NONBLOCK));
         QVERIFY(fcntl(descriptor, F_GETFD) & FD_CLOEXEC);
         close(descriptor);
+        QVERIFY(QDir::setCurrent(m_root.path()));
     }
+
+    void LogSeverity()
+    {
+        const QPair<const char *, std::uint32_t> rows[] = {{"700", 700}, {"0", 0},      {"4294967296", 300},
+                                                           {"-1", 300},  {"700 ", 300}, {"", 300}};
+        for (const auto &[value, severity] : rows) {
+            const auto writes = Writes("PBE_LOG_SEVERITY", value, [severity = severity] {
+                LogLine(severity);
+                LogLine(severity + 1);
+                PbeSetLogSeverity(severity + 2);
+                LogLine(severity + 2);
+                LogLine(severity + 3);
+            });
+            QCOMPARE(writes, (QList<QByteArray>{kLine, kLine}));
+        }
+    }
+
+    void RefusedLog()
+    {
+        for (const char *path : {"fifo", "directory", "missing/log"}) {
+            const auto writes = Writes("PBE_LOG", path, [path] {
+                LogLine();
+                if (PbeSetLogFile(path) == kro::kAccessDenied)
+                    LogLine();
+            });
+            const QByteArray notice = QByteArray("PBE     cannot log to ") + path + "\r\n";
+            QCOMPARE(writes, (QList<QByteArray>{notice, kLine, kLine}));
+        }
+    }
+
+    void LogAppendsToPrivateFiles()
+    {
+        for (int run = 1; run <= 2; ++run) {
+            const auto writes = Writes("PBE_LOG", "first", [] {
+                LogLine();
+                PbeSetLogFile("second");
+                LogLine();
+                LogLine();
+            });
+            QCOMPARE(writes, QList<QByteArray>());
+        }
+        struct stat status = {};
+        for (const auto &[name, lines] : {std::pair(u"first"_qs, 2), std::pair(u"second"_qs, 4)}) {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QCOMPARE(file.readAll(), kLine.repeated(lines));
+            QCOMPARE(fstat(file.handle(), &status), 0);
+            QCOMPARE(status.st_mode & 0777, 0600U);
+        }
+    }
+
+private:
+    QTemporaryDir m_root;
 };
 
 QTEST_APPLESS_MAIN(TestFiles)

@@ -11,7 +11,7 @@ inline QByteArray LogWithoutLineNumbers()
     return QString::fromUtf8(fake_pbe::LogText()).replace(number, QStringLiteral("() returned")).toUtf8();
 }
 
-inline QByteArray ErrorLine(const char *function, const char *code, const QByteArray &message)
+inline QByteArray ErrorLine(const QByteArray &function, const char *code, const QByteArray &message)
 {
-    return QByteArray("orvane ") + function + "() returned " + code + " error, message: " + message + "\r\n";
+    return "orvane " + function + "() returned " + code + " error, message: " + message + "\r\n";
 }

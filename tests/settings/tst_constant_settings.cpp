@@ -14,22 +14,20 @@ using namespace pba;
 
 namespace {
 
-QByteArray U16(quint16 value)
+// Little-endian, as the machine that the tests run on.
+template <typename T>
+QByteArray Number(T value)
 {
-    return QByteArray(1, char(value)) + char(value >> 8);
+    return QByteArray(reinterpret_cast<const char *>(&value), sizeof value);
 }
 
-QByteArray U32(quint32 value)
-{
-    return U16(quint16(value)) + U16(quint16(value >> 16));
-}
+const auto U16 = Number<quint16>;
+const auto U32 = Number<quint32>;
 
-QByteArray Text(const QString &text)
+QByteArray Text(QStringView text)
 {
-    QByteArray bytes = U32(quint32(text.size()));
-    for (const QChar unit : text)
-        bytes += U16(unit.unicode());
-    return bytes;
+    return U32(quint32(text.size())) +
+           QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size());
 }
 
 const QByteArray kVersion = U16(1);
@@ -92,17 +90,16 @@ private slots:
     {
         const QByteArray language = U16(1033) + Text(u"x"_qs);
         const QByteArray filler(4096, '\0');
+        // The last: the most that a file can ask for, each count as large as the bytes behind it allow.
         QList<QByteArray> files{kVersion + U32(3) + "abcd", kHead + U32(3) + QByteArray(29, '\0'),
-                                kHead + U32(100) + (language + U32(40)).repeated(100)};
+                                kHead + U32(100) + (language + U32(40)).repeated(100),
+                                kVersion + U32(0) + U32(10000) + U16(1) + U32(0) + U32(5000) +
+                                    QByteArray(99990, '\0')};
         for (const quint32 count : {0xFFFFFFFFu, 0x80000000u, 0x15555556u, 4000u}) {
             files << kVersion + U32(count) + filler << kHead + U32(count) + filler
                   << kHead + U32(1) + language + U32(count) + filler
                   << kHead + U32(1) + language + U32(1) + U32(0x409) + U32(count) + filler;
         }
-        // The most that a file can ask for: each count as large as the bytes behind it allow.
-        const quint32 languages = 100000;
-        files << kVersion + U32(0) + U32(languages) + U16(1) + U32(0) + U32(languages / 2) +
-                     QByteArray(10 * (languages - 1), '\0');
         for (const QByteArray &bytes : files) {
             ConstantSettingsRecord record;
             allocation_counter::Start();
@@ -115,18 +112,27 @@ private slots:
 
     void UnusableFile()
     {
-        const char *function = "pba::Settings::ReadConstantSettingsFromFile";
-        const QByteArray file = "ile \"\\pba\\settings.bin\"";
+        const QByteArray load = "pba::Settings::LoadConstantSettingsIfNeeded";
+        const QByteArray read = "pba::Settings::ReadConstantSettingsFromFile";
+        const QByteArray defaults = "orvane pba::Settings::LoadDefaultConstantSettings";
+        const auto error = [&](const char *code, const char *message) {
+            return ErrorLine(read, code, message);
+        };
+        const char broken[] = "Cannot deserialize file \"\\pba\\settings.bin\".";
         const struct
         {
             QByteArray bytes;
             const char *code;
-            QByteArray error;
-        } rows[] = {{"", "0x8000004C", ""},
-                    {"|", "0x80000045", "F" + file + " cannot be opened for reading."},
-                    {U16(2) + kValid.mid(2), "0x8000005B", "Cannot deserialize f" + file + "."},
-                    {kValid.first(kHead.size() + 40), "0x80000044", "Cannot deserialize f" + file + "."},
-                    {kHead + U32(0) + kHotkeys, "0x00000000", ""}};
+            QByteArray errors;
+            QByteArray checks;
+        } rows[] = {{"", "0x8000004C", "", ""},
+                    {"|", "0x80000045",
+                     error("0x80000045", "File \"\\pba\\settings.bin\" cannot be opened for reading."), ""},
+                    {U16(2) + kValid.mid(2), "0x8000005B", error("0x8000005B", broken), ""},
+                    {kValid.first(kHead.size() + 40), "0x80000044", error("0x80000044", broken), ""},
+                    {kHead + U32(0) + kHotkeys, "0x00000000", "",
+                     ErrorLine("fde::boot::CheckInputLocales", "0x80000046", kNoLanguages) +
+                         ErrorLine(load, "0x80000046", "CheckInputLocales failed")}};
         for (const auto &row : rows) {
             fake_pbe::Reset();
             if (row.bytes == "|")
@@ -134,22 +140,13 @@ private slots:
             else if (!row.bytes.isEmpty())
                 fake_pbe::WriteFile(kSettingsPath, row.bytes);
             Settings settings;
-            settings.LoadConstantSettingsIfNeeded();
-            QByteArray log = "orvane pba::Settings::LoadConstantSettingsIfNeeded\tBEGIN\r\n"
-                             "orvane pba::Settings::ReadConstantSettingsFromFile\tBEGIN\r\n"
-                             "ReadFromFileInternal(\"\\pba\\settings.bin\")\r\n";
-            if (!row.error.isEmpty())
-                log += ErrorLine(function, row.code, row.error);
-            log += QByteArray("orvane ") + function + "\tEND: " + row.code + "\r\n";
-            if (row.code == QByteArray("0x00000000"))
-                log += ErrorLine("fde::boot::CheckInputLocales", "0x80000046", kNoLanguages) +
-                       ErrorLine("pba::Settings::LoadConstantSettingsIfNeeded", "0x80000046",
-                                 "CheckInputLocales failed");
-            log += "orvane pba::Settings::LoadDefaultConstantSettings\tBEGIN\r\n"
-                   "orvane pba::Settings::LoadDefaultConstantSettings\tEND: 0x00000000\r\n"
-                   "orvane pba::Settings::LoadConstantSettingsIfNeeded\tEND: 0x00000000\r\n";
-            QCOMPARE(LogWithoutLineNumbers(), log);
             QVERIFY(settings.GetHostName() == kDefaultRecord.hostName);
+            QCOMPARE(LogWithoutLineNumbers(),
+                     "orvane " + load + "\tBEGIN\r\norvane " + read +
+                         "\tBEGIN\r\nReadFromFileInternal(\"\\pba\\settings.bin\")\r\n" + row.errors +
+                         "orvane " + read + "\tEND: " + row.code + "\r\n" + row.checks + defaults +
+                         "\tBEGIN\r\n" + defaults + "\tEND: 0x00000000\r\norvane " + load +
+                         "\tEND: 0x00000000\r\n");
             QVERIFY(settings.GetPrebootSettings() == kDefaultRecord.prebootSettings);
         }
     }

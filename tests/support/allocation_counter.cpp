@@ -25,31 +25,26 @@ static const int installed = __sanitizer_install_malloc_and_free_hooks(
 
 #else
 
-extern "C" {
+extern "C" void *__libc_malloc(std::size_t size);
+extern "C" void *__libc_realloc(void *block, std::size_t size);
 
-void *__libc_malloc(std::size_t size);
-void *__libc_realloc(void *block, std::size_t size);
-
-void *malloc(std::size_t size) noexcept
+extern "C" void *malloc(std::size_t size) noexcept
 {
     Note(size);
     return __libc_malloc(size);
 }
 
-void *realloc(void *block, std::size_t size) noexcept
+extern "C" void *realloc(void *block, std::size_t size) noexcept
 {
     Note(size);
     return __libc_realloc(block, size);
 }
 
-} // extern "C"
-
 #endif
 
 void allocation_counter::Start()
 {
-    count = 0;
-    bytes = 0;
+    count = bytes = 0;
     counting = true;
 }
 

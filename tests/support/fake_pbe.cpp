@@ -2,13 +2,11 @@
 
 #include <memory>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "pbe/application.h"
-#include "pbe/counter.h"
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "pbe/mouse_notifier.h"
@@ -22,7 +20,6 @@ struct State
     std::uint32_t severity = 1000;
     int mouseCount = 0;
     bool repaintOn = true;
-    bool pointerVisible = true;
     QList<QByteArray> calls;
     std::unique_ptr<QTemporaryDir> root;
 };
@@ -101,21 +98,6 @@ std::uint32_t PbeGetLogSeverity()
     return Fake().severity;
 }
 
-void PbeSetLogSeverity(std::uint32_t severity)
-{
-    Fake().severity = severity;
-}
-
-kro::result_t PbeSetLogFile(const char *)
-{
-    return kro::kOk;
-}
-
-std::uint64_t PbeGetPerformanceCounterValue()
-{
-    return 0;
-}
-
 void PbeSetBusy(bool busy)
 {
     Fake().calls.append(busy ? "busy on" : "busy off");
@@ -124,8 +106,6 @@ void PbeSetBusy(bool busy)
 void PbeRequestStop()
 {
     Fake().calls.append("stop");
-    if (QCoreApplication::instance())
-        QCoreApplication::exit(1);
 }
 
 QPbeScreen *QPbeScreen::Current()
@@ -148,13 +128,7 @@ void QPbeScreen::TurnOffScreenRepaint()
 
 void QPbeScreen::SetPointerVisible(bool visible)
 {
-    Fake().pointerVisible = visible;
     Fake().calls.append(visible ? "pointer shown" : "pointer hidden");
-}
-
-bool QPbeScreen::IsPointerVisible() const
-{
-    return Fake().pointerVisible;
 }
 
 int QPbeMouseNotifier::GetMousecount()

@@ -47,7 +47,12 @@ private slots:
             {"no business logic", login, "OnLogin", 629},
             {"no business logic", recover, "OnPasswordRecoveryInternal", 0},
         };
-        for (const auto &[call, button, member, line] : rows) {
+        for (const auto &row : rows) {
+            // Names of their own: not every compiler lets a lambda capture a structured binding.
+            const QByteArray &call = row.call;
+            const char *button = row.button;
+            const char *member = row.member;
+            const int line = row.line;
             const bool missing = call.startsWith("no ");
             const bool boxFirst = call == "ConfirmLoggedIn" || button == recover;
             Session session(call);
@@ -74,7 +79,8 @@ private slots:
                 const QString place = u"Function: pba::QtViewImpl::%1\nLine: %2"_qs.arg(
                     QString::fromLatin1(member), line ? QString::number(line) + u'\n' : QString());
                 QCOMPARE(report.title + report.buttons, u"Internal Error");
-                QVERIFY2(report.text.startsWith(u"Internal PBA error.\n\n"_qs + place), qPrintable(report.text));
+                QVERIFY2(report.text.startsWith(u"Internal PBA error.\n\n"_qs + place),
+                         qPrintable(report.text));
                 QVERIFY(report.text.endsWith(missing ? u"\nres: 8000006b(Not initialized)"
                                                      : u"\nres: 80000040(Unexpected)"));
                 QVERIFY(!report.waiting);

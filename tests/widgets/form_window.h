@@ -19,12 +19,9 @@ struct FormWindow
              std::initializer_list<QWidget *>{form.pixelsPerMillimeter, form.accelerationFactor,
                                               form.accelerationThreshold, form.fpsButton})
             tuning->hide();
-    }
-
-    bool Show()
-    {
         dialog.show();
-        return QTest::qWaitForWindowExposed(&dialog);
+        if (!QTest::qWaitForWindowExposed(&dialog))
+            qFatal("the form's window does not come up");
     }
 
     // A widget's place in the window.

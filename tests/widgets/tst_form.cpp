@@ -1,6 +1,37 @@
-// What the controller and the style sheet rely on in the form: pages, properties, images, colours, order.
+// What the controller and the style sheet rely on in the form: pages, images, colours, order; and the window
+// at the sizes of real screens, also when a translation is longer than the original or runs from right to
+// left.
+#include <QApplication>
+#include <QTranslator>
+
 #include "form_window.h"
 #include "test_main.h"
+
+PBA_TEST_MAIN(QApplication)
+
+// Every text two fifths longer than the original.
+class LongerTexts : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        const QString original = QString::fromUtf8(text);
+        return original + u" und so weiter"_qs.repeated(5).left(original.size() * 2 / 5);
+    }
+};
+
+// Names of any length may be cut.
+static bool IsClipped(const QWidget *widget)
+{
+    if (qobject_cast<const PbaElidedLabel *>(widget) || qobject_cast<const PbaComboBox *>(widget))
+        return false;
+    const bool wraps = widget->hasHeightForWidth();
+    const int width = wraps ? widget->minimumSizeHint().width() : widget->sizeHint().width();
+    const int height = wraps ? widget->heightForWidth(widget->width()) : widget->sizeHint().height();
+    return widget->width() < width || widget->height() < height ||
+           !widget->parentWidget()->contentsRect().contains(widget->geometry());
+}
 
 class TestForm : public QObject
 {
@@ -10,131 +41,141 @@ private slots:
     void pagesStandInTheOrderOfTheirIndices()
     {
         const FormWindow view;
-        const QStringList expected{
-            u"pageLoginByPassword"_qs, u"pageChangePassword"_qs, u"pageCollectEntropy"_qs,
-            u"pageChallenge"_qs,       u"pageResponse"_qs,       u"pageTestBoot"_qs,
-            u"pageNoTokens"_qs,        u"pageLoginByToken"_qs,   u"pageStarting"_qs,
-            u"pageStartingWindows"_qs, u"pageNoUsers"_qs,        u"pageKeyboardTest"_qs};
         QStringList names;
         for (int i = 0; i < view.form.stackedWidget->count(); ++i)
-            names << view.form.stackedWidget->widget(i)->objectName();
-        QCOMPARE(names, expected);
+            names << view.form.stackedWidget->widget(i)->objectName().mid(4);
+        QCOMPARE(names.join(u' '),
+                 u"LoginByPassword ChangePassword CollectEntropy Challenge Response TestBoot NoTokens "
+                 "LoginByToken Starting StartingWindows NoUsers KeyboardTest");
         QCOMPARE(view.form.stackedWidget->currentIndex(), 0);
     }
 
-    void secretsAreMasked()
+    void onlySecretsAreMasked()
     {
         const FormWindow view;
-        for (const QLineEdit *edit : view.dialog.findChildren<QLineEdit *>())
-            if (edit->objectName().contains(u"password"_qs, Qt::CaseInsensitive))
-                QCOMPARE(edit->echoMode(), QLineEdit::Password);
-        QCOMPARE(view.form.loginUserName->echoMode(), QLineEdit::Normal);
-        QCOMPARE(view.form.loginDomain->echoMode(), QLineEdit::Normal);
+        for (const QLineEdit *edit : view.dialog.findChildren<QLineEdit *>()) {
+            const bool secret = edit->objectName().contains(u"password"_qs, Qt::CaseInsensitive) ||
+                                view.form.tokensList->isAncestorOf(edit);
+            QCOMPARE(edit->echoMode(), secret ? QLineEdit::Password : QLineEdit::Normal);
+        }
     }
 
-    void imagesHaveTheirSizes_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::newRow(":/pba2_res/top_tile.png") << QSize(20, 17);
-        QTest::newRow(":/pba2_res/bottom_tile.png") << QSize(23, 14);
-        QTest::newRow(":/pba2_res/name.png") << QSize(233, 92);
-        QTest::newRow(":/pba2_res/logo.png") << QSize(162, 75);
-        QTest::newRow(":/pba2_res/button_normal.png") << QSize(112, 38);
-        QTest::newRow(":/pba2_res/button_hover.png") << QSize(112, 38);
-        QTest::newRow(":/pba2_res/button_pressed.png") << QSize(112, 38);
-        QTest::newRow(":/pba2_res/combo_box_arrow.png") << QSize(10, 10);
-        QTest::newRow(":/pba2_res/icon_error.png") << QSize(24, 24);
-        QTest::newRow(":/pba2_res/icon_warning.png") << QSize(25, 26);
-        QTest::newRow(":/pba2/quillmark.png") << QSize(64, 64);
-    }
     void imagesHaveTheirSizes()
     {
-        QTEST(QImage(QString::fromLatin1(QTest::currentDataTag())).size(), "size");
+        const std::pair<QString, QSize> images[] = {
+            {u"top_tile"_qs, {20, 17}},        {u"bottom_tile"_qs, {23, 14}},
+            {u"name"_qs, {233, 92}},           {u"logo"_qs, {162, 75}},
+            {u"button_normal"_qs, {112, 38}},  {u"button_hover"_qs, {112, 38}},
+            {u"button_pressed"_qs, {112, 38}}, {u"combo_box_arrow"_qs, {10, 10}},
+            {u"icon_error"_qs, {24, 24}},      {u"icon_warning"_qs, {25, 26}}};
+        for (const auto &[name, size] : images)
+            QVERIFY2(QImage(u":/pba2_res/%1.png"_qs.arg(name)).size() == size, qPrintable(name));
+        QVERIFY(!QImage(u":/pba2/quillmark.png"_qs).isNull());
     }
 
-    void stateColours_data()
-    {
-        QTest::addColumn<QByteArray>("property");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QColor>("colour");
-        QTest::newRow("plain") << QByteArray() << u"Text"_qs << QColor(Qt::black);
-        QTest::newRow("accepted") << QByteArray() << u"Accepted"_qs << QColor(u"darkgreen"_qs);
-        QTest::newRow("rejected") << QByteArray() << u"Rejected"_qs << QColor(Qt::red);
-        QTest::newRow("only the exact word") << QByteArray() << u"Rejected."_qs << QColor(Qt::black);
-        QTest::newRow("title") << QByteArray("title") << u"Title"_qs << QColor(u"darkgreen"_qs);
-        QTest::newRow("gray label") << QByteArray("gray_label") << u"Domain:"_qs << QColor(u"gray"_qs);
-        QTest::newRow("error title") << QByteArray("error_title") << u"Error"_qs << QColor(Qt::red);
-        QTest::newRow("fixed font") << QByteArray("fixed_font") << u"ABCD"_qs << QColor(Qt::black);
-    }
-    void stateColours()
-    {
-        QFETCH(QByteArray, property);
-        QFETCH(QString, text);
-        FormWindow view;
-        QVERIFY(view.Show());
-        QLabel label(&view.dialog);
-        label.show();
-        label.setText(text);
-        if (!property.isEmpty())
-            label.setProperty(property.constData(), true);
-        Restyle(&label);
-        QTEST(label.palette().color(QPalette::WindowText), "colour");
-    }
-
-    void ownColourOfALabelWins()
+    void colours()
     {
         FormWindow view;
-        QVERIFY(view.Show());
-        view.form.stackedWidget->setCurrentWidget(view.form.pageNoTokens);
-        QCOMPARE(view.form.label_2->palette().color(QPalette::WindowText), QColor(Qt::black));
+        const struct
+        {
+            const char *property;
+            QString text;
+            QString colour;
+        } rows[] = {{"none", u"Text"_qs, u"black"_qs},       {"none", u"Accepted"_qs, u"darkgreen"_qs},
+                    {"none", u"Rejected"_qs, u"red"_qs},     {"none", u"Rejected."_qs, u"black"_qs},
+                    {"title", u"Title"_qs, u"darkgreen"_qs}, {"gray_label", u"Domain:"_qs, u"gray"_qs},
+                    {"error_title", u"Error"_qs, u"red"_qs}};
+        for (const auto &row : rows) {
+            QLabel label(row.text, &view.dialog);
+            label.show();
+            label.setProperty(row.property, true);
+            Restyle(&label);
+            QVERIFY2(label.palette().color(QPalette::WindowText) == QColor(row.colour), qPrintable(row.text));
+        }
+        // Where a label has a colour of its own, that one wins.
         QCOMPARE(view.form.warningLabel->palette().color(QPalette::WindowText), QColor(235, 40, 52));
     }
 
-    void tabOrder_data()
-    {
-        QTest::addColumn<int>("page");
-        QTest::addColumn<QStringList>("order");
-        QTest::newRow("login") << 0
-                               << QStringList{u"loginDomain"_qs,          u"changeDomainButton"_qs,
-                                              u"loginUserName"_qs,        u"loginPassword"_qs,
-                                              u"loginButton"_qs,          u"startPasswordRecoveryButton"_qs,
-                                              u"changePasswordButton"_qs, u"languageSelector"_qs};
-        QTest::newRow("password change")
-            << 1
-            << QStringList{u"newPassword"_qs, u"confirmNewPassword"_qs, u"saveNewPasswordButton"_qs,
-                           u"cancelPasswordChange"_qs, u"languageSelector"_qs};
-        QTest::newRow("bottom row") << 2 << QStringList{u"languageSelector"_qs,   u"layoutSelector"_qs,
-                                                        u"quitRecoveryButton"_qs, u"restartRecoveryButton"_qs,
-                                                        u"helpButton"_qs,         u"languageSelector"_qs};
-    }
     void tabOrder()
     {
-        QFETCH(int, page);
-        QFETCH(QStringList, order);
         FormWindow view;
         view.form.changePasswordButton->setEnabled(true);
-        view.form.stackedWidget->setCurrentIndex(page);
-        QVERIFY(view.Show());
-        view.dialog.findChild<QWidget *>(order.first())->setFocus();
-        QStringList visited{view.dialog.focusWidget()->objectName()};
-        while (visited.size() < order.size()) {
-            QTest::keyClick(view.dialog.focusWidget(), Qt::Key_Tab);
-            visited << view.dialog.focusWidget()->objectName();
+        const QString orders[] = {u"loginDomain changeDomainButton loginUserName loginPassword loginButton "
+                                  "startPasswordRecoveryButton changePasswordButton languageSelector"_qs,
+                                  u"newPassword confirmNewPassword saveNewPasswordButton "
+                                  "cancelPasswordChange languageSelector"_qs};
+        for (int page = 0; page < 2; ++page) {
+            const QStringList order = orders[page].split(u' ');
+            view.form.stackedWidget->setCurrentIndex(page);
+            view.dialog.findChild<QWidget *>(order.first())->setFocus();
+            QStringList visited{view.dialog.focusWidget()->objectName()};
+            while (visited.size() < order.size()) {
+                QTest::keyClick(view.dialog.focusWidget(), Qt::Key_Tab);
+                visited << view.dialog.focusWidget()->objectName();
+            }
+            QCOMPARE(visited, order);
         }
-        QCOMPARE(visited, order);
     }
 
     // On a page without other buttons the dialog would else make one its default, and Return in a field would
     // press it too.
     void linksAndSelectorsAreNeverTheDefault()
     {
-        FormWindow view;
-        int links = 0;
-        for (const QPushButton *button : view.dialog.findChildren<QPushButton *>()) {
-            links += button->isFlat();
+        const FormWindow view;
+        QVERIFY(view.form.helpButton->isFlat() && view.form.languageSelector->isFlat());
+        for (const QPushButton *button : view.dialog.findChildren<QPushButton *>())
             QVERIFY2(!button->isFlat() || !button->autoDefault(), qPrintable(button->objectName()));
+    }
+
+    void marginsHoldAndNoTextIsClipped_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("longer");
+        QTest::newRow("800x600") << QSize(800, 600) << false;
+        QTest::newRow("800x600, longer texts, mirrored") << QSize(800, 600) << true;
+        QTest::newRow("1024x768") << QSize(1024, 768) << false;
+        QTest::newRow("1024x768, longer texts, mirrored") << QSize(1024, 768) << true;
+    }
+    void marginsHoldAndNoTextIsClipped()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, longer);
+        LongerTexts translator;
+        if (longer)
+            QCoreApplication::installTranslator(&translator);
+        FormWindow view(size);
+        view.dialog.setLayoutDirection(longer ? Qt::RightToLeft : Qt::LeftToRight);
+        QStringList clipped;
+        for (int page = 0; page < view.form.stackedWidget->count(); ++page) {
+            view.form.stackedWidget->setCurrentIndex(page);
+            QCoreApplication::processEvents();
+            for (const QWidget *widget : view.dialog.findChildren<QWidget *>()) {
+                const bool hasText =
+                    qobject_cast<const QLabel *>(widget) || qobject_cast<const QAbstractButton *>(widget);
+                // The rows of tokens are samples, which are gone before anyone sees them.
+                const bool sample = view.form.tokensList->isAncestorOf(widget);
+                if (hasText && !sample && widget->isVisible() && widget != view.form.spacerButton &&
+                    IsClipped(widget))
+                    clipped << widget->objectName();
+            }
         }
-        QVERIFY(links > 0);
+        QCOMPARE(clipped.join(u' '), QString());
+
+        const QString longName = u"A-COMPUTER-WITH-A-LONG-NAME.in-a-domain.of-its-own.example"_qs;
+        view.form.languageSelector->AddItem(longName);
+        view.form.layoutSelector->AddItem(longName);
+        view.form.labelHostNameValue->setText(longName);
+        view.form.domainLabel->setText(longName.repeated(3));
+        view.form.stackedWidget->setCurrentIndex(0);
+        QCoreApplication::processEvents();
+        QCOMPARE(view.dialog.size(), size);
+        for (const QWidget *part : view.form.frame->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+            const QRect place = view.PlaceOf(part);
+            QVERIFY2(part->isHidden() || (place.left() >= 233 && place.right() < size.width() - 162),
+                     qPrintable(part->objectName()));
+        }
+        QCOMPARE(view.form.stackedWidget->height(), 422);
+        QVERIFY(view.PlaceOf(view.form.helpButton).bottom() < size.height());
     }
 };
 

@@ -1,0 +1,220 @@
+// Selectors, line edits, links and dialogs, the painting ones judged by what they paint.
+#include <QMenu>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTimer>
+
+#include "form_window.h"
+#include "test_main.h"
+#include "widgets/lock_ui_dialog.h"
+#include "widgets/pba_message_box.h"
+
+static QImage Painted(QWidget *widget)
+{
+    return widget->grab().toImage();
+}
+
+static QImage PaintedUnderThePointer(const FormWindow &view, QWidget *widget, QPoint pointer)
+{
+    QTest::mouseMove(view.dialog.windowHandle(), pointer);
+    QCoreApplication::processEvents();
+    return Painted(widget);
+}
+
+template <typename Widget = QWidget>
+static Widget *Part(const QDialog &dialog, const char *name)
+{
+    return dialog.findChild<Widget *>(QString::fromLatin1(name));
+}
+
+class TestWidgets : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void selectorTellsOnlyAChoice()
+    {
+        PbaComboBox box;
+        QSignalSpy told(&box, &PbaComboBox::CurrentIndexChanged);
+        QCOMPARE(box.CurrentIndex(), -1);
+        box.AddItem(u"English"_qs);
+        box.AddItem(u"Deutsch"_qs);
+        QCOMPARE(box.text(), u"English");
+        box.SetCurrentIndex(1);
+        QCOMPARE(box.text(), u"Deutsch");
+        QCOMPARE(told.count(), 0);
+        box.menu()->actions().first()->trigger();
+        QCOMPARE(box.text(), u"English");
+        // An unknown one counts as one past the last.
+        QAction stranger(u"Stranger"_qs);
+        box.OnMenuTriggered(&stranger);
+        QCOMPARE(box.text(), u"Stranger");
+        QCOMPARE(told, (QList<QVariantList>{{0}, {2}}));
+
+        box.Clear();
+        QVERIFY(box.Count() == 0 && box.menu()->isEmpty());
+        QCOMPARE(box.CurrentIndex(), 2);
+        box.AddItem(u"Dvorak"_qs);
+        QCOMPARE(box.CurrentIndex(), 0);
+        QCOMPARE(box.text(), u"Dvorak");
+    }
+
+    void menuOpensUpwardsCentred()
+    {
+        FormWindow view;
+        view.dialog.move(60, 90);
+        PbaComboBox *selector = view.form.languageSelector;
+        selector->AddItem(u"A language with a rather long name"_qs);
+        selector->menu()->popup(QPoint(1, 1));
+        const QRect menu = selector->menu()->frameGeometry();
+        const QPoint corner = selector->mapToGlobal(QPoint(0, 0));
+        QCOMPARE(menu.x(), corner.x() + selector->width() / 2 - menu.width() / 2);
+        QCOMPARE(menu.y() + menu.height(), corner.y());
+        selector->menu()->close();
+    }
+
+    void hintShowsWhileTheLineIsEmpty()
+    {
+        PbaLineEdit plain;
+        PbaLineEdit hinted;
+        hinted.setProperty("pba_text", u"Login"_qs);
+        for (PbaLineEdit *edit : {&plain, &hinted}) {
+            edit->resize(200, 28);
+            edit->show();
+        }
+        const QImage withHint = Painted(&hinted);
+        QVERIFY(withHint != Painted(&plain));
+        plain.setText(u"a"_qs);
+        hinted.setText(u"a"_qs);
+        QCOMPARE(Painted(&hinted), Painted(&plain));
+        hinted.clear();
+        QCOMPARE(Painted(&hinted), withHint);
+
+        // Read again at every show.
+        hinted.setProperty("pba_text", u"Kennwort"_qs);
+        QCOMPARE(Painted(&hinted), withHint);
+        hinted.hide();
+        hinted.show();
+        QVERIFY(Painted(&hinted) != withHint);
+    }
+
+    void linkIsUnderlinedUnderThePointerUntilPressed()
+    {
+        FormWindow view;
+        PbaLinkButton *link = view.form.startPasswordRecoveryButton;
+        const QPoint on = view.PlaceOf(link).center();
+        const QPoint off(5, 300);
+        link->setFocusPolicy(Qt::NoFocus);
+        const QImage plain = PaintedUnderThePointer(view, link, off);
+        const QImage underlined = PaintedUnderThePointer(view, link, on);
+        QVERIFY(underlined != plain);
+        QTest::mouseClick(view.dialog.windowHandle(), Qt::LeftButton, {}, on);
+        QCOMPARE(Painted(link), plain);
+        QCOMPARE(PaintedUnderThePointer(view, link, off), plain);
+        QCOMPARE(PaintedUnderThePointer(view, link, on), underlined);
+    }
+
+    void disabledLinkIsGrayAndNeverUnderlined()
+    {
+        FormWindow view;
+        PbaLinkButton *link = view.form.changePasswordButton;
+        const QImage plain = PaintedUnderThePointer(view, link, {5, 300});
+        QCOMPARE(PaintedUnderThePointer(view, link, view.PlaceOf(link).center()), plain);
+        QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"gray"_qs));
+        link->setEnabled(true);
+        QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"darkgreen"_qs));
+    }
+
+    void returnPressesTheLinkAndNotTheDefaultButton()
+    {
+        FormWindow view;
+        view.form.loginButton->setDefault(true);
+        QSignalSpy login(view.form.loginButton, &QPushButton::clicked);
+        QSignalSpy link(view.form.startPasswordRecoveryButton, &QPushButton::clicked);
+        view.form.startPasswordRecoveryButton->setFocus();
+        QTest::keyClick(view.dialog.focusWidget(), Qt::Key_Return);
+        QVERIFY(link.count() == 1 && login.count() == 0);
+    }
+
+    void messageBoxShowsOnlyWhatWasSet()
+    {
+        PbaMessageBox box;
+        box.show();
+        for (const char *name : {"button1", "button2", "button3", "icon", "versionLabel"})
+            QVERIFY2(Part(box, name)->isHidden(), name);
+        box.SetButton2Text(u"CANCEL"_qs);
+        box.SetButton3Text(u"QUIT"_qs);
+        QVERIFY(Part(box, "button2")->isVisible());
+        QCOMPARE(box.focusWidget(), Part(box, "button3"));
+        box.ShowVersion();
+        QCOMPARE(Part<QLabel>(box, "versionLabel")->text(), u"3.0.1.92");
+        QVERIFY(Part(box, "versionLabel")->isVisible());
+    }
+
+    void resultTellsTheButton()
+    {
+        const struct
+        {
+            const char *button;
+            Qt::Key key;
+            int result;
+        } rows[] = {{"button1", Qt::Key_Space, 1},
+                    {"button2", Qt::Key_Return, 2},
+                    {"button3", Qt::Key_Return, 3},
+                    {"button3", Qt::Key_Escape, 0}};
+        for (const auto &row : rows) {
+            PbaMessageBox box;
+            box.SetButton1Text(u"Forgot your password?"_qs);
+            box.SetButton2Text(u"CANCEL"_qs);
+            box.SetButton3Text(u"CONTINUE"_qs);
+            QTimer::singleShot(0, &box, [&] {
+                Part(box, row.button)->setFocus();
+                QTest::keyClick(Part(box, row.button), row.key);
+            });
+            box.exec();
+            QCOMPARE(static_cast<int>(box.Result()), row.result);
+        }
+    }
+
+    void severityChoosesIconAndTitleColour()
+    {
+        PbaMessageBox box;
+        box.show();
+        // Each after the one before; 7 changes nothing.
+        const std::tuple<int, QSize, QString> rows[] = {{2, {24, 24}, u"red"_qs},
+                                                        {7, {24, 24}, u"red"_qs},
+                                                        {1, {25, 26}, u"darkgreen"_qs},
+                                                        {2, {24, 24}, u"red"_qs},
+                                                        {0, {}, u"darkgreen"_qs}};
+        for (const auto &[severity, size, colour] : rows) {
+            box.SetSeverityIcon(severity);
+            const auto *icon = Part<QLabel>(box, "icon");
+            QCOMPARE(icon->isHidden() ? QSize() : icon->pixmap().size(), size);
+            QCOMPARE(Part(box, "title")->palette().color(QPalette::WindowText), QColor(colour));
+        }
+    }
+
+    void dialogsStandFramelessInTheMiddleOfTheScreen()
+    {
+        FormWindow view;
+        view.dialog.move(150, 170);
+        PbaMessageBox alone;
+        PbaMessageBox box(&view.dialog);
+        LockUiDialog lock(&view.dialog);
+        for (QDialog *dialog : std::initializer_list<QDialog *>{&alone, &box, &lock}) {
+            dialog->show();
+            const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
+            QVERIFY((dialog->geometry().center() - middle).manhattanLength() <= 2);
+            QCOMPARE(dialog->size(), QSize(551, 370));
+            QCOMPARE(dialog->windowFlags(),
+                     Qt::Window | Qt::FramelessWindowHint | Qt::MSWindowsFixedSizeDialogHint);
+        }
+        QVERIFY(lock.findChildren<QAbstractButton *>().isEmpty());
+        // Names that come from elsewhere are never taken for markup.
+        QCOMPARE(Part<QLabel>(lock, "mainText")->textFormat(), Qt::PlainText);
+    }
+};
+
+PBA_REGISTER_TEST(TestWidgets);
+
+#include "tst_widgets.moc"
