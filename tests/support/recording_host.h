@@ -39,6 +39,10 @@ public:
     pba::ILoginByPasswordView *passwordView = nullptr;
 
     int Count(const QByteArray &call) const { return static_cast<int>(calls.count(call)); }
+    void AcceptLogins()
+    {
+        actions["Login"] = [this] { passwordView->ShowLoggedIn(); };
+    }
 
     Code Init(pba::IMainView *mainView) override
     {

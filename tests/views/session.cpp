@@ -1,7 +1,6 @@
 #include "views/session.h"
 
 #include <QApplication>
-#include <QStackedWidget>
 #include <QTimer>
 
 #include "fake_pbe.h"
@@ -29,11 +28,6 @@ Session::~Session()
         qWarning("failed row: %s", m_row.constData());
 }
 
-void Session::AcceptLogins()
-{
-    host.actions["Login"] = [this] { host.passwordView->ShowLoggedIn(); };
-}
-
 kro::result_t Session::Play(const std::function<void()> &scenario, int exitCode)
 {
     host.actions["Init"] = [=, this] {
@@ -57,30 +51,10 @@ QDialog *Session::Dialog()
     qFatal("no main window");
 }
 
-int Session::Screen()
-{
-    return Find<QStackedWidget>("stackedWidget")->currentIndex();
-}
-
 QString Session::FocusName()
 {
     const QWidget *focus = QApplication::focusWidget();
     return focus ? focus->objectName() : QString();
-}
-
-void Session::Click(const char *button)
-{
-    QTest::mouseClick(Find(button), Qt::LeftButton);
-}
-
-void Session::Type(const QString &text)
-{
-    QTest::keyClicks(Dialog()->focusWidget(), text);
-}
-
-void Session::Press(Qt::Key key)
-{
-    QTest::keyClick(Dialog()->focusWidget(), key);
 }
 
 void Session::LogIn(const char *button, const QString &userName, const QString &password)

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStackedWidget>
+#include <QTest>
 
 #include "recording_host.h"
 
@@ -21,8 +23,6 @@ public:
 
     // Runs the view, makes the request from Init and plays the scenario; ends the run with `exitCode`.
     kro::result_t Play(const std::function<void()> &scenario, int exitCode = 0);
-    // Accepts logins.
-    void AcceptLogins();
 
     RecordingHost host;
     std::uint32_t options = pba::kOptionLoginByPassword;
@@ -30,8 +30,6 @@ public:
     const std::unique_ptr<pba::IMainView, decltype(&DeleteMainView)> view;
 
     static QDialog *Dialog();
-    static int Screen();
-    static QString FocusName();
     template <typename Widget = QPushButton>
     static Widget *Find(const char *name)
     {
@@ -42,10 +40,12 @@ public:
     }
     static QLineEdit *Field(const char *name) { return Find<QLineEdit>(name); }
     static QLabel *Label(const char *name) { return Find<QLabel>(name); }
-    static void Click(const char *button);
+    static int Screen() { return Find<QStackedWidget>("stackedWidget")->currentIndex(); }
+    static QString FocusName();
+    static void Click(const char *button) { QTest::mouseClick(Find(button), Qt::LeftButton); }
     // A text or a key, typed into what has the focus.
-    static void Type(const QString &text);
-    static void Press(Qt::Key key);
+    static void Type(const QString &text) { QTest::keyClicks(Dialog()->focusWidget(), text); }
+    static void Press(Qt::Key key) { QTest::keyClick(Dialog()->focusWidget(), key); }
     // Fills the login page, and presses a button of it.
     static void LogIn(const char *button = "loginButton", const QString &userName = QStringLiteral("u"),
                       const QString &password = QStringLiteral("p"));

@@ -1,5 +1,6 @@
-// Any host: calls that fail, call back, or ask for screens at any moment.
+// Any host: its calls, which may fail or ask for screens at any moment, its runs, texts and secrets.
 #include <QApplication>
+#include <QFile>
 #include <QTimer>
 
 #include "fake_pbe.h"
@@ -20,14 +21,13 @@ private slots:
         const char *login = "loginButton";
         const char *change = "changePasswordButton";
         const char *recover = "startPasswordRecoveryButton";
+        // The call that fails, or "no" and the logic that is missing; what is pressed, unless it fails at the
+        // start; the place that is reported, 0 being a line that may change.
         const struct
         {
-            // The call that fails, or "no" and the logic that is missing.
             QByteArray call;
-            // Pressed on the login page, or on that of the password change. None: it fails at the start.
             const char *button;
             const char *member;
-            // 0: the real one.
             int line;
         } rows[] = {
             {"Init", nullptr, "InitBusinessLogic", 0},
@@ -48,13 +48,9 @@ private slots:
             {"no business logic", recover, "OnPasswordRecoveryInternal", 0},
         };
         for (const auto &row : rows) {
-            // Names of their own: not every compiler lets a lambda capture a structured binding.
             const QByteArray &call = row.call;
-            const char *button = row.button;
-            const char *member = row.member;
-            const int line = row.line;
             const bool missing = call.startsWith("no ");
-            const bool boxFirst = call == "ConfirmLoggedIn" || button == recover;
+            const bool boxFirst = call == "ConfirmLoggedIn" || row.button == recover;
             Session session(call);
             RecordingHost &host = session.host;
             if (call == "ChangePassword" || call == "CancelChangePassword")
@@ -63,7 +59,7 @@ private slots:
             host.tokensConnected = call == "StartLoginByToken";
             host.changeAllowed = call != "ConfirmLoggedIn";
             host.silent = call == "no password logic";
-            session.AcceptLogins();
+            host.AcceptLogins();
             host.results[call] = kro::kUnexpected;
             if (call != "Init")
                 host.actions[call] = [&] { host.view->ShowTestBootMessage(); };
@@ -72,12 +68,13 @@ private slots:
                 Boxes boxes({boxFirst ? u"button3"_qs : u"Escape"_qs, u"Escape"_qs});
                 if (call == "no business logic")
                     host.view->SetBusinessLogic(nullptr);
-                if (button)
-                    Session::LogIn(button);
+                if (row.button)
+                    Session::LogIn(row.button);
                 QTRY_COMPARE(boxes.seen.size(), boxFirst ? 2 : 1);
                 const Box &report = boxes.seen.last();
                 const QString place = u"Function: pba::QtViewImpl::%1\nLine: %2"_qs.arg(
-                    QString::fromLatin1(member), line ? QString::number(line) + u'\n' : QString());
+                    QString::fromLatin1(row.member),
+                    row.line ? QString::number(row.line) + u'\n' : QString());
                 QCOMPARE(report.title + report.buttons, u"Internal Error");
                 QVERIFY2(report.text.startsWith(u"Internal PBA error.\n\n"_qs + place),
                          qPrintable(report.text));
@@ -87,7 +84,7 @@ private slots:
                 QVERIFY(Session::Screen() != 5);
                 QString user;
                 ReadTextFromFile(QString::fromUtf16(pba::kLastUserPath), &user);
-                const bool loggedIn = line >= 1307 && line <= 1365;
+                const bool loggedIn = row.line >= 1307 && row.line <= 1365;
                 QCOMPARE(user, loggedIn ? u"u" : u"old");
                 if (call == "Login")
                     QVERIFY(fake_pbe::LogText().contains("Internal PBA error. Function: pba::QtViewImpl::"
@@ -119,19 +116,56 @@ private slots:
         QCOMPARE(session.Play([] { Session::LogIn(); }), kro::kOk);
     }
 
-    void MessageInsideInit()
+    // A nested run is refused, and a second one begins afresh.
+    void RunsFollowEachOther()
     {
         Session session;
-        session.request = [&] {
-            Boxes boxes({u"button3"_qs});
-            session.host.view->ShowInitialScreen();
-            session.host.passwordView->ShowMessage(u"Notice", u"The battery is low.", 1, 0);
-            QCOMPARE(boxes.seen.size(), 1);
-        };
-        session.Play([&] {
-            QTRY_COMPARE(Session::Screen(), 0);
-            QVERIFY(!QGuiApplication::overrideCursor());
-        });
+        for (int run = 1; run <= 2; ++run) {
+            const kro::result_t result = session.Play([&] {
+                QCOMPARE(session.view->Run(), kro::kInvalidState);
+                QCOMPARE(Session::Screen(), 0);
+                QCOMPARE(session.host.passwordView->GetMainView(), session.view.get());
+            });
+            QCOMPARE(result, kro::kOk);
+            QCOMPARE(session.host.Count("Init"), run);
+        }
+    }
+
+    // What the catalogue does not know comes back byte by byte.
+    void Catalogues()
+    {
+        Session session;
+        const QString host = fake_pbe::FileName(pba::kHostCataloguePath);
+        QVERIFY(!CreateTranslator());
+        for (const char *bytes : {"", "no catalogue at all"}) {
+            fake_pbe::WriteFile(pba::kHostCataloguePath, bytes);
+            QVERIFY2(!CreateTranslator(), bytes);
+        }
+        QVERIFY(QFile::remove(host) && QFile::copy(QStringLiteral(CATALOGUE), host));
+        pba::ITranslator *translator = CreateTranslator();
+        QVERIFY(translator);
+        const std::pair<const char *, std::u16string_view> texts[] = {{"Starting Windows", u"Start \u00FC"},
+                                                                      {"Log on %1", u"Log on %1"},
+                                                                      {"a\xE9\x80", u"a\uFFE9\uFF80"},
+                                                                      {nullptr, u""}};
+        for (const auto &[source, text] : texts)
+            QVERIFY2(translator->Translate("pba_host", source, nullptr).View() == text, source);
+        QVERIFY(translator->Translate("pba_host", "%n tries", nullptr, 3).View() == u"%n Versuche");
+        DeleteTranslator(translator);
+
+        QVERIFY(QFile::copy(host, fake_pbe::FileName(pba::kViewCataloguePath)));
+        session.Play([] { QCOMPARE(Session::Label("label_23")->text(), u"Start \u00FC"); });
+    }
+
+    void WipedStringIsEmptyToItsLastByte()
+    {
+        kro::wstring_t secret(u"a long secret");
+        secret.Resize(3);
+        const char16_t *buffer = secret.Data();
+        const std::size_t capacity = secret.Capacity();
+        secret.Wipe();
+        QVERIFY(secret.IsEmpty());
+        QVERIFY(std::all_of(buffer, buffer + capacity + 1, [](char16_t unit) { return unit == 0; }));
     }
 };
 

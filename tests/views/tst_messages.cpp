@@ -16,11 +16,9 @@ private slots:
         const struct
         {
             const char *name;
-            quint32 severity;
-            quint32 type;
+            quint32 severity, type;
             const char16_t *answer;
-            int boxes;
-            int recoveries;
+            int boxes, recoveries;
         } rows[] = {{"information", 0, 0, u"button3", 1, 0},
                     {"error, closed by Escape", 2, 0, u"Escape", 1, 0},
                     {"unknown severity and type", 77, 77, u"button3", 1, 0},
@@ -68,29 +66,25 @@ private slots:
 
     void LoggingWarning()
     {
+        const QString debug =
+            u"WARNING!\nDebug logging is enabled.\nYour private data can be saved to log file."_qs;
+        const QString verbose = QString(debug).replace(u"Debug"_qs, u"Verbose debug"_qs);
+        const auto warning = [] {
+            const QLabel *label = Session::Label("warningLabel");
+            return label->isVisible() ? label->text() : QString();
+        };
         const struct
         {
             quint32 severity;
-            QString onLogin;
-            QString whileStarting;
-        } rows[] = {{799, {}, {}},
-                    {800, u"Debug"_qs, {}},
-                    {999, u"Debug"_qs, {}},
-                    {1000, u"Verbose debug"_qs, u"Verbose debug"_qs}};
+            QString onLogin, whileStarting;
+        } rows[] = {{799, {}, {}}, {800, debug, {}}, {999, debug, {}}, {1000, verbose, verbose}};
         for (const auto &row : rows) {
             Session session(QByteArray::number(row.severity));
             fake_pbe::SetSeverity(row.severity);
-            const auto shows = [](const QString &subject) {
-                const QLabel *label = Session::Label("warningLabel");
-                return label->isVisible()
-                           ? label->text() == u"WARNING!\n%1 logging is enabled.\nYour private data "
-                                              "can be saved to log file."_qs.arg(subject)
-                           : subject.isEmpty();
-            };
             session.Play([&] {
-                QVERIFY(shows(row.onLogin));
+                QCOMPARE(warning(), row.onLogin);
                 session.host.view->ShowStartingOsScreen();
-                QVERIFY(shows(row.whileStarting));
+                QCOMPARE(warning(), row.whileStarting);
             });
         }
     }
@@ -102,9 +96,7 @@ private slots:
         {
             const char *name;
             int screen;
-            QString file;
-            QString text;
-            QString title;
+            QString file, text, title;
             bool failure;
         } rows[] = {{"login page", 0, u"pwd_lgn"_qs, u"One\nTwo \u00E9"_qs, help, false},
                     {"empty file", 0, u"pwd_lgn"_qs, u""_qs, help, false},

@@ -79,8 +79,7 @@ private slots:
         const struct
         {
             const char *property;
-            QString text;
-            QString colour;
+            QString text, colour;
         } rows[] = {{"none", u"Text"_qs, u"black"_qs},       {"none", u"Accepted"_qs, u"darkgreen"_qs},
                     {"none", u"Rejected"_qs, u"red"_qs},     {"none", u"Rejected."_qs, u"black"_qs},
                     {"title", u"Title"_qs, u"darkgreen"_qs}, {"gray_label", u"Domain:"_qs, u"gray"_qs},
