@@ -21,20 +21,6 @@ kro::result_t RecordingHost::Login(const Wide &loginDomain, const Wide &loginUse
     return Note(__func__, "(" + Utf8(loginDomain) + "," + Utf8(loginUserName) + "," + Utf8(password) + ")");
 }
 
-kro::result_t RecordingHost::GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message)
-{
-    *title = u"Not now";
-    *message = u"The password was changed today.";
-    return Tell(__func__, allowed, changeAllowed);
-}
-
-kro::result_t RecordingHost::PrepareChangePassword(Wide *outDomain, Wide *outUserName)
-{
-    *outDomain = domain;
-    *outUserName = userName;
-    return Note(__func__);
-}
-
 kro::result_t RecordingHost::ChangePassword(const Wide &newPassword)
 {
     return Note(__func__, "(" + Utf8(newPassword) + ")");

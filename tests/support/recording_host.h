@@ -63,8 +63,18 @@ public:
     Code IsAutologonSuppressed(bool *out) override { return Tell(__func__, out, autologonSuppressed); }
     Code Login(const Wide &loginDomain, const Wide &loginUserName, const Wide &password) override;
     Code ConfirmLoggedIn() override { return Note(__func__); }
-    Code GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message) override;
-    Code PrepareChangePassword(Wide *outDomain, Wide *outUserName) override;
+    Code GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message) override
+    {
+        *title = u"Not now";
+        *message = u"The password was changed today.";
+        return Tell(__func__, allowed, changeAllowed);
+    }
+    Code PrepareChangePassword(Wide *outDomain, Wide *outUserName) override
+    {
+        *outDomain = domain;
+        *outUserName = userName;
+        return Note(__func__);
+    }
     Code ChangePassword(const Wide &newPassword) override;
     Code CancelChangePassword() override { return Note(__func__); }
 

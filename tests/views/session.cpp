@@ -1,9 +1,7 @@
 #include "views/session.h"
 
-#include <QApplication>
 #include <QTimer>
 
-#include "fake_pbe.h"
 #include "test_main.h"
 
 // Every run of the view makes its own application object.
@@ -13,20 +11,6 @@ struct NoApplication
 };
 
 PBA_TEST_MAIN(NoApplication)
-
-Session::Session(const QByteArray &row)
-    : view(CreateMainView(), &DeleteMainView)
-    , m_row(row)
-    , m_failedBefore(QTest::currentTestFailed())
-{
-    fake_pbe::Reset();
-}
-
-Session::~Session()
-{
-    if (QTest::currentTestFailed() && !m_failedBefore)
-        qWarning("failed row: %s", m_row.constData());
-}
 
 kro::result_t Session::Play(const std::function<void()> &scenario, int exitCode)
 {
@@ -49,25 +33,6 @@ QDialog *Session::Dialog()
             return static_cast<QDialog *>(widget);
     }
     qFatal("no main window");
-}
-
-QString Session::FocusName()
-{
-    const QWidget *focus = QApplication::focusWidget();
-    return focus ? focus->objectName() : QString();
-}
-
-void Session::LogIn(const char *button, const QString &userName, const QString &password)
-{
-    Field("loginUserName")->setText(userName);
-    Field("loginPassword")->setText(password);
-    Click(button);
-}
-
-void Session::Notify(int eventType)
-{
-    QEvent event(static_cast<QEvent::Type>(eventType));
-    QCoreApplication::sendEvent(Dialog(), &event);
 }
 
 Boxes::Boxes(const QStringList &answers)

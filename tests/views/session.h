@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,14 +13,25 @@
 #include <QStackedWidget>
 #include <QTest>
 
+#include "fake_pbe.h"
 #include "recording_host.h"
 
 class Session
 {
 public:
     // Every session begins with a fresh platform. In a test with rows the row is named when it fails.
-    explicit Session(const QByteArray &row = {});
-    ~Session();
+    explicit Session(const QByteArray &row = {})
+        : view(CreateMainView(), &DeleteMainView)
+        , m_row(row)
+        , m_failedBefore(QTest::currentTestFailed())
+    {
+        fake_pbe::Reset();
+    }
+    ~Session()
+    {
+        if (QTest::currentTestFailed() && !m_failedBefore)
+            qWarning("failed row: %s", m_row.constData());
+    }
 
     // Runs the view, makes the request from Init and plays the scenario; ends the run with `exitCode`.
     kro::result_t Play(const std::function<void()> &scenario, int exitCode = 0);
@@ -41,16 +53,29 @@ public:
     static QLineEdit *Field(const char *name) { return Find<QLineEdit>(name); }
     static QLabel *Label(const char *name) { return Find<QLabel>(name); }
     static int Screen() { return Find<QStackedWidget>("stackedWidget")->currentIndex(); }
-    static QString FocusName();
+    static QString FocusName()
+    {
+        const QWidget *focus = QApplication::focusWidget();
+        return focus ? focus->objectName() : QString();
+    }
     static void Click(const char *button) { QTest::mouseClick(Find(button), Qt::LeftButton); }
     // A text or a key, typed into what has the focus.
     static void Type(const QString &text) { QTest::keyClicks(Dialog()->focusWidget(), text); }
     static void Press(Qt::Key key) { QTest::keyClick(Dialog()->focusWidget(), key); }
     // Fills the login page, and presses a button of it.
     static void LogIn(const char *button = "loginButton", const QString &userName = QStringLiteral("u"),
-                      const QString &password = QStringLiteral("p"));
+                      const QString &password = QStringLiteral("p"))
+    {
+        Field("loginUserName")->setText(userName);
+        Field("loginPassword")->setText(password);
+        Click(button);
+    }
     // Sends a platform event to the dialog.
-    static void Notify(int eventType);
+    static void Notify(int eventType)
+    {
+        QEvent event(static_cast<QEvent::Type>(eventType));
+        QCoreApplication::sendEvent(Dialog(), &event);
+    }
 
 private:
     const QByteArray m_row;

@@ -1,5 +1,4 @@
 // Messages, the confirmation of a recovery, the warning of debug logging, help.
-#include "fake_pbe.h"
 #include "settings/paths.h"
 #include "settings/text_file.h"
 #include "test_main.h"

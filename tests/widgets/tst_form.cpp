@@ -95,27 +95,6 @@ private slots:
         QCOMPARE(view.form.warningLabel->palette().color(QPalette::WindowText), QColor(235, 40, 52));
     }
 
-    void tabOrder()
-    {
-        FormWindow view;
-        view.form.changePasswordButton->setEnabled(true);
-        const QString orders[] = {u"loginDomain changeDomainButton loginUserName loginPassword loginButton "
-                                  "startPasswordRecoveryButton changePasswordButton languageSelector"_qs,
-                                  u"newPassword confirmNewPassword saveNewPasswordButton "
-                                  "cancelPasswordChange languageSelector"_qs};
-        for (int page = 0; page < 2; ++page) {
-            const QStringList order = orders[page].split(u' ');
-            view.form.stackedWidget->setCurrentIndex(page);
-            view.dialog.findChild<QWidget *>(order.first())->setFocus();
-            QStringList visited{view.dialog.focusWidget()->objectName()};
-            while (visited.size() < order.size()) {
-                QTest::keyClick(view.dialog.focusWidget(), Qt::Key_Tab);
-                visited << view.dialog.focusWidget()->objectName();
-            }
-            QCOMPARE(visited, order);
-        }
-    }
-
     // On a page without other buttons the dialog would else make one its default, and Return in a field would
     // press it too.
     void linksAndSelectorsAreNeverTheDefault()
@@ -130,10 +109,10 @@ private slots:
     {
         QTest::addColumn<QSize>("size");
         QTest::addColumn<bool>("longer");
-        QTest::newRow("800x600") << QSize(800, 600) << false;
-        QTest::newRow("800x600, longer texts, mirrored") << QSize(800, 600) << true;
-        QTest::newRow("1024x768") << QSize(1024, 768) << false;
-        QTest::newRow("1024x768, longer texts, mirrored") << QSize(1024, 768) << true;
+        for (const QSize size : {QSize(800, 600), QSize(1024, 768)}) {
+            QTest::addRow("%d x %d", size.width(), size.height()) << size << false;
+            QTest::addRow("%d x %d, longer texts, mirrored", size.width(), size.height()) << size << true;
+        }
     }
     void marginsHoldAndNoTextIsClipped()
     {

@@ -119,17 +119,6 @@ private slots:
         QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"gray"_qs));
     }
 
-    void returnPressesTheLinkAndNotTheDefaultButton()
-    {
-        FormWindow view;
-        view.form.loginButton->setDefault(true);
-        QSignalSpy login(view.form.loginButton, &QPushButton::clicked);
-        QSignalSpy link(view.form.startPasswordRecoveryButton, &QPushButton::clicked);
-        view.form.startPasswordRecoveryButton->setFocus();
-        QTest::keyClick(view.dialog.focusWidget(), Qt::Key_Return);
-        QVERIFY(link.count() == 1 && login.count() == 0);
-    }
-
     void messageBoxShowsOnlyWhatWasSet()
     {
         PbaMessageBox box;
