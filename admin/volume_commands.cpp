@@ -101,6 +101,7 @@ void AddUser(const UserOptions &options)
     CheckName(options.name);
     std::unique_ptr<Volume> volume;
     Require(Volume::Open(options.volume, &volume), options.volume);
+    Require(volume->CheckWritable(), options.volume);
     if (HasUser(*volume, options.name))
         Require(volume::Error::UserExists, options.volume);
 

@@ -52,6 +52,8 @@ public:
 
     // Takes any passphrase that the volume knows: it authorises an administrator.
     [[nodiscard]] Error Authorise(const Secret &passphrase, Secret *volumeKey);
+    // Whether users can be added here; the library itself finds out late and cannot say why.
+    [[nodiscard]] Error CheckWritable() const;
     // All users share the cost of the first one's keyslot, or an unknown name could be told by the time that
     // a login takes; nothing while there is none.
     std::optional<KeyCost> SharedCost() const;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <libcryptsetup.h>
 
@@ -116,6 +118,16 @@ Error Volume::Authorise(const Secret &passphrase, Secret *volumeKey)
 {
     const int result = OpenVolumeKey(m_device, CRYPT_ANY_SLOT, passphrase, volumeKey);
     return result < 0 ? Fault(result) : Error::None;
+}
+
+Error Volume::CheckWritable() const
+{
+    const int file = open(m_path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    if (file >= 0)
+        close(file);
+    else if (errno == EACCES || errno == EPERM || errno == EROFS)
+        return Error::ReadOnly;
+    return file >= 0 ? Error::None : Fault(-errno);
 }
 
 std::optional<KeyCost> Volume::SharedCost() const

@@ -1,5 +1,6 @@
 // Volumes and users as an administrator makes them, checked with the standard tool.
 #include <csignal>
+#include <unistd.h>
 
 #include <QDir>
 #include <QJsonArray>
@@ -98,6 +99,21 @@ private slots:
         CompareFailure(Run(PBA_ADMIN, arguments, input), exitCode, QTest::currentDataTag());
         QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), before);
         QCOMPARE(HeaderBytes(), header);
+    }
+
+    // Permissions do not bind the administrator, so the tool runs as somebody else.
+    void aReadOnlyVolume()
+    {
+        if (geteuid() != 0)
+            QSKIP("only the administrator can become somebody else");
+        const QString copy = m_directory.filePath("copy.img");
+        QVERIFY(QFile::copy(m_volume, copy));
+        QVERIFY(QFile::setPermissions(copy, QFile::ReadOwner | QFile::ReadOther));
+        QVERIFY(QFile::setPermissions(m_directory.path(), QFile::ExeOther | QFile::ReadOwner |
+                                                              QFile::WriteOwner | QFile::ExeOwner));
+        const QStringList somebody{"--reuid=65534", "--regid=65534", "--clear-groups", PBA_ADMIN};
+        CompareFailure(Run("setpriv", somebody + Add(copy, "carl")), 1,
+                       "copy.img: read-only; make it writable");
     }
 
     void aSignalLeavesNothing()

@@ -20,17 +20,13 @@ public:
     static constexpr char kPassword[] = "r\u00e4tsel 42";
     static constexpr char kOtherPassword[] = "paper boat";
 
+    // Made once and copied, for making one measures the computer.
     ScratchVolume()
     {
-        QFile file(QString::fromStdString(Path()));
-        std::unique_ptr<volume::Volume> made;
-        if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
-            volume::Volume::Create(Path(), &made) != volume::Error::None)
+        static const QTemporaryDir directory;
+        static const QString original = Make(directory.filePath("original.img"));
+        if (!QFile::copy(original, QString::fromStdString(Path())))
             qFatal("no volume");
-        const auto cost = volume::KeyCost::ForRandomSecret();
-        if (made->AddUser({"", "anna"}, {}, MakeSecret(kPassword), cost) != volume::Error::None ||
-            made->AddUser({"OFFICE", "boris"}, {}, MakeSecret(kOtherPassword), cost) != volume::Error::None)
-            qFatal("no users");
     }
 
     std::string Path() const { return m_directory.filePath("volume.img").toStdString(); }
@@ -44,5 +40,19 @@ public:
     }
 
 private:
+    static QString Make(const QString &path)
+    {
+        QFile file(path);
+        std::unique_ptr<volume::Volume> made;
+        if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
+            volume::Volume::Create(path.toStdString(), &made) != volume::Error::None)
+            qFatal("no volume");
+        const auto cost = volume::KeyCost::ForRandomSecret();
+        if (made->AddUser({"", "anna"}, {}, MakeSecret(kPassword), cost) != volume::Error::None ||
+            made->AddUser({"OFFICE", "boris"}, {}, MakeSecret(kOtherPassword), cost) != volume::Error::None)
+            qFatal("no users");
+        return path;
+    }
+
     QTemporaryDir m_directory;
 };
