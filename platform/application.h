@@ -4,6 +4,7 @@
 
 #include "busy.h"
 #include "hot_plug.h"
+#include "keyboard.h"
 #include "pointer.h"
 #include "repaint_gate.h"
 #include "stop.h"
@@ -18,6 +19,7 @@ struct Application
     StopWatch stop;
     RepaintGate repaint;
     Pointer pointer;
+    Keyboard keyboard;
     Busy busy;
     HotPlug hotPlug;
 };

@@ -3,10 +3,8 @@
 #include <chrono>
 #include <utility>
 
-#include <QApplication>
-#include <QWidget>
-
 #include "pbe/events.h"
+#include "window_events.h"
 
 namespace pbe {
 
@@ -19,22 +17,7 @@ constexpr auto kWatchDelay = 200ms;
 // One device makes several notices, a hub a storm of them.
 constexpr auto kSettleTime = 50ms;
 
-bool TakesNotice(const QWidget *window)
-{
-    const Qt::WindowType type = window->windowType();
-    return window->isVisible() && type != Qt::Popup && type != Qt::ToolTip;
-}
-
 } // namespace
-
-void PostToWindows(int type)
-{
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        if (TakesNotice(window))
-            QCoreApplication::postEvent(window, new QEvent(static_cast<QEvent::Type>(type)));
-    }
-}
 
 HotPlug::HotPlug()
 {
@@ -56,6 +39,7 @@ int HotPlug::CountPointingDevices()
 
 void HotPlug::Watch()
 {
+    m_tokens.Watch();
     if (!Devices())
         return;
     Devices()->Watch([this] {

@@ -7,11 +7,9 @@
 #include <QTimer>
 
 #include "pointing_devices.h"
+#include "token_notices.h"
 
 namespace pbe {
-
-// Posts an event of a type of pbe/events.h to every visible window, menus and tool tips left out.
-void PostToWindows(int type);
 
 class HotPlug
 {
@@ -30,6 +28,7 @@ private:
     std::optional<int> m_known;
     QTimer m_watch;
     QTimer m_settle;
+    TokenNotices m_tokens;
 };
 
 } // namespace pbe

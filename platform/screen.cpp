@@ -23,6 +23,12 @@ void QPbeScreen::TurnOffScreenRepaint()
         application->repaint.Close();
 }
 
+void QPbeScreen::SetKeyboardLayout(const QString &identifier)
+{
+    if (Application *application = Application::Current())
+        application->keyboard.SetLayout(identifier);
+}
+
 void QPbeScreen::SetPointerVisible(bool visible)
 {
     if (Application *application = Application::Current())

@@ -39,7 +39,8 @@ class IPasswordRecoveryView : public IMessageView
 {
 public:
     virtual void SetLogic(IPasswordRecoveryLogic *logic) = 0;
-    // `amount` in bytes.
+    // `amount` in bytes. More than a million cannot be had: the person sees an internal error, kOutOfMemory,
+    // and the page stays.
     virtual kro::result_t StartEntropyCollection(std::uint32_t amount) = 0;
     // UTF-8 strings, shown in groups of four characters; white space in them is dropped.
     virtual kro::result_t ShowChallenge(const kro::vector_t<kro::string_t> &challenge) = 0;

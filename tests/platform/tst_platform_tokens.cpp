@@ -1,0 +1,192 @@
+// Word of cards that come and go. This program's own card service takes the place of the library's, so that
+// it can start late, die, and let a thousand cards come and go in no time.
+#include <condition_variable>
+#include <mutex>
+
+#include <QApplication>
+#include <QTest>
+#include <QThread>
+#include <QWidget>
+
+#include <winscard.h>
+
+#include "pbe/events.h"
+
+namespace {
+
+struct Service
+{
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool running = false;
+    bool hasReader = true;
+    bool cancelled = false;
+    DWORD cardChanges = 0; // a card is in when odd
+    int calls = 0;
+
+    template <typename Change>
+    void Do(Change change)
+    {
+        const std::lock_guard lock(mutex);
+        change();
+        changed.notify_all();
+    }
+    DWORD State() const
+    {
+        const DWORD card = cardChanges % 2 != 0 ? SCARD_STATE_PRESENT : SCARD_STATE_EMPTY;
+        return cardChanges << 16 | card;
+    }
+} s_service;
+
+constexpr char kReaders[] = "Reader 0\0";
+
+} // namespace
+
+LONG SCardEstablishContext(DWORD, LPCVOID, LPCVOID, LPSCARDCONTEXT context)
+{
+    const std::lock_guard lock(s_service.mutex);
+    ++s_service.calls;
+    *context = 1;
+    s_service.cancelled = false;
+    return s_service.running ? SCARD_S_SUCCESS : SCARD_E_NO_SERVICE;
+}
+
+LONG SCardReleaseContext(SCARDCONTEXT)
+{
+    return SCARD_S_SUCCESS;
+}
+
+LONG SCardListReaders(SCARDCONTEXT, LPCSTR, LPSTR readers, LPDWORD)
+{
+    const std::lock_guard lock(s_service.mutex);
+    if (!s_service.running)
+        return SCARD_E_NO_SERVICE;
+    if (!s_service.hasReader)
+        return SCARD_E_NO_READERS_AVAILABLE;
+    *reinterpret_cast<const char **>(readers) = kReaders;
+    return SCARD_S_SUCCESS;
+}
+
+LONG SCardFreeMemory(SCARDCONTEXT, LPCVOID)
+{
+    return SCARD_S_SUCCESS;
+}
+
+// The last one is the notice of readers.
+LONG SCardGetStatusChange(SCARDCONTEXT, DWORD timeout, SCARD_READERSTATE *states, DWORD count)
+{
+    std::unique_lock lock(s_service.mutex);
+    ++s_service.calls;
+    const bool hadReader = s_service.hasReader;
+    const auto cardHasChanged = [&] {
+        return s_service.hasReader && count == 2 && states[0].dwCurrentState != s_service.State();
+    };
+    const bool woken = s_service.changed.wait_for(lock, std::chrono::milliseconds(timeout), [&] {
+        return !s_service.running || s_service.cancelled || s_service.hasReader != hadReader ||
+               cardHasChanged();
+    });
+    if (!s_service.running)
+        return SCARD_E_NO_SERVICE;
+    if (s_service.cancelled)
+        return SCARD_E_CANCELLED;
+    if (cardHasChanged())
+        states[0].dwEventState = s_service.State() | SCARD_STATE_CHANGED;
+    return woken ? SCARD_S_SUCCESS : SCARD_E_TIMEOUT;
+}
+
+LONG SCardCancel(SCARDCONTEXT)
+{
+    s_service.Do([] { s_service.cancelled = true; });
+    return SCARD_S_SUCCESS;
+}
+
+class TestTokens : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void CardsComeAndGo()
+    {
+        QWidget window;
+        window.show();
+        qApp->installEventFilter(this);
+        const auto added = [&](int times) { return Notices(times, {&window, pbe::kTokenAdded}); };
+        const auto removed = [&](int times) { return Notices(times, {&window, pbe::kTokenRemoved}); };
+
+        // The service starts late; until then it is not asked all the time.
+        QTest::qWait(500);
+        QVERIFY(s_service.calls >= 1 && s_service.calls < 10);
+        s_service.Do([] { s_service.running = true; });
+        s_service.Do([] { ++s_service.cardChanges; });
+        QTRY_COMPARE(m_notices, added(1));
+        s_service.Do([] { ++s_service.cardChanges; });
+        QTRY_COMPARE(m_notices, added(1) + removed(1));
+        // A reader by itself is no token; one that goes takes its card along.
+        s_service.Do([] { s_service.hasReader = false; });
+        s_service.Do([] { ++s_service.cardChanges; });
+        QTest::qWait(200);
+        QCOMPARE(m_notices, added(1) + removed(1));
+        s_service.Do([] { s_service.hasReader = true; });
+        QTRY_COMPARE(m_notices.mid(2), added(1));
+        // The service dies and takes its cards along, and comes back.
+        s_service.Do([] { s_service.running = false; });
+        QTRY_COMPARE(m_notices.mid(3), removed(1));
+        s_service.Do([] { s_service.running = true; });
+        QTRY_COMPARE(m_notices.mid(4), added(1));
+        // In another's place.
+        s_service.Do([] { s_service.cardChanges += 2; });
+        QTRY_COMPARE(m_notices.mid(5), added(1));
+    }
+
+    // The window never finds a second event waiting behind the one that it handles, and the last event comes
+    // after the last change.
+    void AStormIsToldInFewEvents()
+    {
+        QWidget window;
+        window.show();
+        QTest::qWait(100);
+        m_notices.clear();
+        m_mostQueued = 0;
+        for (int change = 0; change < 1001; ++change) {
+            s_service.Do([] { ++s_service.cardChanges; });
+            QTest::qWait(1);
+        }
+        const qsizetype before = m_notices.size();
+        QTest::qWait(200);
+        QTRY_VERIFY(!m_notices.isEmpty() && m_notices.last().second == pbe::kTokenRemoved);
+        QVERIFY2(before < 200, QByteArray::number(before));
+        QCOMPARE(m_mostQueued, 1);
+        // While the window is busy elsewhere, the notices become one.
+        m_notices.clear();
+        for (int change = 0; change < 50; ++change) {
+            s_service.Do([] { ++s_service.cardChanges; });
+            QThread::msleep(1);
+        }
+        QTRY_COMPARE(m_notices.size(), 1);
+        QTest::qWait(200);
+        QCOMPARE(m_notices.size(), 1);
+    }
+
+private:
+    using Notice = QPair<QObject *, int>;
+    using Notices = QList<Notice>;
+
+    bool eventFilter(QObject *receiver, QEvent *event) override
+    {
+        if (receiver->isWidgetType() &&
+            (event->type() == pbe::kTokenAdded || event->type() == pbe::kTokenRemoved)) {
+            m_notices.append({receiver, event->type()});
+            const qsizetype handled = m_notices.size();
+            QCoreApplication::sendPostedEvents(receiver, pbe::kTokenAdded);
+            QCoreApplication::sendPostedEvents(receiver, pbe::kTokenRemoved);
+            m_mostQueued = std::max(m_mostQueued, static_cast<int>(m_notices.size() - handled + 1));
+        }
+        return false;
+    }
+
+    Notices m_notices;
+    int m_mostQueued = 0;
+};
+
+QTEST_MAIN(TestTokens)
+#include "tst_platform_tokens.moc"
