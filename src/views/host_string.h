@@ -1,6 +1,9 @@
 // Conversion between the toolkit's strings and those that cross the boundary to the host.
 #pragma once
 
+#include <cstring>
+#include <utility>
+
 #include <QString>
 
 #include "kro/string.h"
@@ -23,22 +26,31 @@ inline QString FromHostString(const kro::string_t &text)
     return QString::fromUtf8(text.Data(), static_cast<qsizetype>(text.Length()));
 }
 
+inline kro::string_t ToHostUtf8(const QString &text)
+{
+    QByteArray bytes = text.toUtf8();
+    kro::string_t utf8(kro::string_t::view_type(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    explicit_bzero(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    return utf8;
+}
+
 // A secret on its way to the host: wiped when the call has returned.
-class SecretHostString
+template <typename String>
+class Secret
 {
 public:
-    explicit SecretHostString(const QString &text)
-        : m_text(ToHostString(text))
+    explicit Secret(String text)
+        : m_text(std::move(text))
     {
     }
-    ~SecretHostString() { m_text.Wipe(); }
-    SecretHostString(const SecretHostString &) = delete;
-    SecretHostString &operator=(const SecretHostString &) = delete;
+    ~Secret() { m_text.Wipe(); }
+    Secret(const Secret &) = delete;
+    Secret &operator=(const Secret &) = delete;
 
-    const kro::wstring_t &Get() const { return m_text; }
+    const String &Get() const { return m_text; }
 
 private:
-    kro::wstring_t m_text;
+    String m_text;
 };
 
 } // namespace pba

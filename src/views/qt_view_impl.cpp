@@ -3,6 +3,7 @@
 #include <boost/program_options/variables_map.hpp>
 
 #include <QKeyEvent>
+#include <QSignalBlocker>
 
 #include "forms/style.h"
 #include "pbe/events.h"
@@ -13,6 +14,7 @@
 #include "settings/pba_file.h"
 #include "ui_pba_main_window.h"
 #include "views/screen_traits.h"
+#include "widgets/secret_field.h"
 
 namespace pba {
 
@@ -55,8 +57,11 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     Form().confirmNewPassword->setMaxLength(kNewPasswordLimit);
     SetScreen(kScreenStarting);
     ConnectLoginPage();
+    ConnectTokenPage();
     ConnectPasswordChangePage();
+    ConnectKeyboardSelectors();
     ConnectRecoveryEntries();
+    ConnectRecoveryPages();
     ConnectBootPages();
     connect(Form().helpButton, &QPushButton::clicked, this, &QtViewImpl::OnShowHelp);
     TraceMessage(kTraceDetail) << "Mouse count: " << QPbeMouseNotifier::GetMousecount();
@@ -64,7 +69,14 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     ReadPbaArgs();
 }
 
-QtViewImpl::~QtViewImpl() = default;
+QtViewImpl::~QtViewImpl()
+{
+    const auto fields = findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields) {
+        const QSignalBlocker quiet(field);
+        EmptySecretField(field);
+    }
+}
 
 void QtViewImpl::ReadPbaArgs()
 {
@@ -103,6 +115,7 @@ void QtViewImpl::SetLogic(ILoginByPasswordLogic *logic)
 void QtViewImpl::SetLogic(IPasswordRecoveryLogic *logic)
 {
     m_recoveryLogic = logic;
+    Form().responseInput->SetChecker(logic);
 }
 
 void QtViewImpl::SetLogic(ILoginByTokenLogic *logic)
@@ -122,7 +135,9 @@ ILoginByPasswordView *QtViewImpl::GetLoginByPasswordView()
 
 bool QtViewImpl::event(QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
+    // Keys that become entropy are nobody's business.
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (isKey && !IsCollectingEntropy())
         TraceKeyEvent(static_cast<const QKeyEvent &>(*event));
     if (StartsOsDuringTestBoot(*event)) {
         OnStartOsDuringTestBoot();

@@ -9,8 +9,10 @@
 //   qt_view_impl_login_by_password.cpp  the login page, automatic logon
 //   qt_view_impl_login_by_token.cpp     the token pages, tokens that come and go
 //   qt_view_impl_password_change.cpp    what follows a login, the password-change page
-//   qt_view_impl_keyboard.cpp           the selectors of keyboard language and layout
-//   qt_view_impl_recovery.cpp           the start of the password reset
+//   qt_view_impl_keyboard.cpp           keyboard language and layout: selectors, text direction
+//   qt_view_impl_hotkeys.cpp            the hot keys that change them
+//   qt_view_impl_recovery.cpp           the way through the password reset: its start, confirmations, outcome
+//   qt_view_impl_recovery_pages.cpp     its three steps: entropy, challenge, response
 //   qt_view_impl_boot.cpp               test boot, keyboard test, the start of the operating system
 //   qt_view_impl_help.cpp               help
 #pragma once
@@ -18,6 +20,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include <QTimer>
 #include <boost/scoped_ptr.hpp>
@@ -25,12 +28,15 @@
 #include "pba/view.h"
 #include "settings/settings.h"
 #include "trace/trace.h"
+#include "views/entropy_buffer.h"
 #include "views/entropy_dialog.h"
+#include "views/hotkeys.h"
 #include "views/view_adapters.h"
 
 namespace Ui {
 class PbaMainWindow;
 }
+class QKeyEvent;
 
 namespace pba {
 
@@ -66,6 +72,9 @@ public:
     kro::result_t ShowLoggedIn();
     kro::result_t OnPasswordRecoveryDeferred();
     kro::result_t OnPasswordRecoveryInternalDeferred();
+    kro::result_t StartEntropyCollection(std::uint32_t amount);
+    kro::result_t ShowChallenge(const kro::vector_t<kro::string_t> &challenge);
+    kro::result_t StartResponceInput();
 
 public slots:
     void OnLogin();
@@ -73,10 +82,24 @@ public slots:
     void OnChangePassword();
     void OnSavePassword();
     void OnCancelChangePassword();
+    void OnSetKeyboardLanguage(int langIndex);
+    void OnSetKeyboardLayout(int layoutIndex);
+    void OnNextKeyboardLanguage();
+    void OnNextKeyboardLayout();
+    void OnGotoResponse();
+    void OnResponceLineRejected();
+    void OnResponceLineAccepted();
+    void OnResponseLineEdited();
+    void OnResponceRejected();
+    void OnResponceAccepted();
+    void OnGotoChangePasswordAfterRecovery();
+    void OnQuitPasswordRecovery();
+    void OnRestartPasswordRecovery();
     void OnStartOsDuringTestBoot();
     void OnLoginOrPasswordTextChanged();
     void OnChangeDomain();
     void OnShowHelp();
+    void OnTokenPinEntered(int index, const QString &pin);
     void OnUpdateConnectedTokens();
     void TryToAutologon();
     void CallDeferredStateChange();
@@ -86,18 +109,23 @@ public slots:
 
 public:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
     void reject() override;
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void AddEntropy(std::uint8_t byte) override;
 
 private:
     using StateChange = std::function<void()>;
 
     // Construction
     void ConnectLoginPage();
+    void ConnectTokenPage();
     void ConnectPasswordChangePage();
+    void ConnectKeyboardSelectors();
     void ConnectRecoveryEntries();
+    void ConnectRecoveryPages();
     void ConnectBootPages();
     void ReadPbaArgs();
 
@@ -137,6 +165,8 @@ private:
 
     // Login by token
     void ShowLoginByTokenScreen();
+    // Answers how many tokens are listed; 0 when the host's refusal was reported.
+    int UpdateTokenList();
     bool IsAnyTokenConnected();
 
     // Password change
@@ -149,9 +179,25 @@ private:
     // Keyboard
     void InitKeyboardSelectors();
     void FillLayouts(int languageIndex);
+    void SetKeyboardLayoutByIndex(int layoutIndex);
+    void SetTextDirection(bool rightToLeft);
+    const InputLanguage &Language(int index);
+
+    // Hot keys
+    void ConvertHotkeys();
+    void BuildLayoutHotkeys();
+    // Whether the event was a hot key's.
+    bool HandleHotkeyPress(const QKeyEvent &event);
+    bool HandleHotkeyRelease(const QKeyEvent &event);
+    void SelectLayout(const LayoutHotkey &target);
 
     // Recovery
     void OnPasswordRecoveryInternal();
+    void StartEntropyCollectionInternal(std::uint32_t amount);
+    void EntropyCollected();
+    void ShowChallengeInternal(const kro::vector_t<kro::string_t> &challenge);
+    void StartResponceInputInternal();
+    void ShowResponseOutcome(const QString &text, void (QtViewImpl::*next)());
 
     // Boot
     void ShowTestBootMessageInternal();
@@ -168,6 +214,8 @@ private:
     IPasswordRecoveryLogic *m_recoveryLogic = nullptr;
     ILoginByTokenLogic *m_tokenLogic = nullptr;
 
+    // Null before the first collection.
+    std::shared_ptr<EntropyBuffer> m_entropy;
     StateChange m_pendingStateChange;
     int m_stateChangeDepth = 0;
     bool m_testBootActive = false;
@@ -179,6 +227,19 @@ private:
     bool m_changePasswordAfterLogin = false;
     bool m_startupBusy = true;
     bool m_testMode = false;
+
+    // The layout last chosen in each language, and the identifiers of the layouts that the selector offers.
+    std::vector<int> m_chosenLayouts;
+    std::vector<std::uint32_t> m_layoutIds;
+    ToolkitHotkey m_languageSwitchHotkey;
+    ToolkitHotkey m_keyboardLayoutSwitchHotkey;
+    // Kept with the others; pressing it is no business of the view.
+    ToolkitHotkey m_capsLockTurnOffHotkey;
+    std::vector<LayoutHotkey> m_layoutHotkeys;
+    // Pressed: the step is made when the keys are released.
+    bool m_nextLanguagePressed = false;
+    bool m_nextLayoutPressed = false;
+
     // The last two: a child of the dialog is announced to it by an event, for which the rest must be ready.
     QTimer *m_testBootTimer = nullptr;
     boost::scoped_ptr<Settings> m_settings;

@@ -133,7 +133,7 @@ void QtViewImpl::OnLogin()
     const QString domain = Form().loginDomain->text();
     const QString userName = Form().loginUserName->text();
     {
-        const SecretHostString password(Form().loginPassword->text());
+        const Secret password(ToHostString(Form().loginPassword->text()));
         result = m_passwordLogic
                      ? m_passwordLogic->Login(ToHostString(domain), ToHostString(userName), password.Get())
                      : kro::kNotInitialized;

@@ -4,6 +4,8 @@
 #include <QApplication>
 
 #include "pbe/screen.h"
+#include "ui_pba_main_window.h"
+#include "views/host_string.h"
 #include "views/report_lines.h"
 #include "views/screen_traits.h"
 
@@ -21,6 +23,14 @@ bool FollowsTokens(int screen)
 
 } // namespace
 
+void QtViewImpl::ConnectTokenPage()
+{
+    connect(Form().tokensList, &TokensList::PinEntered, this, &QtViewImpl::OnTokenPinEntered);
+    connect(Form().tokensList, &TokensList::ForgotYourPinCodeButtonPressed, this,
+            &QtViewImpl::OnPasswordRecovery);
+    Form().tokensList->Clear();
+}
+
 void QtViewImpl::ShowLoginByTokenScreen()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::ShowLoginByTokenScreen";
@@ -29,7 +39,38 @@ void QtViewImpl::ShowLoginByTokenScreen()
         m_businessLogic ? m_businessLogic->StartLoginByToken(m_tokenAdapter.get()) : kro::kNotInitialized;
     if (!Succeeded(result, trace, kMember, report_line::kShowLoginByToken))
         return;
+    const bool single = UpdateTokenList() == 1;
+    Form().singleTokenLabel->setVisible(single);
+    Form().multipleTokensLabel->setVisible(!single);
     SetScreen(kScreenLoginByToken);
+}
+
+int QtViewImpl::UpdateTokenList()
+{
+    static constexpr char kMember[] = "pba::QtViewImpl::UpdateTokenList";
+    TraceScope trace(kMember);
+    kro::vector_t<TokenRecord> tokens;
+    const kro::result_t result = m_tokenLogic ? m_tokenLogic->GetTokens(&tokens) : kro::kNotInitialized;
+    if (!Succeeded(result, trace, kMember, report_line::kUpdateTokenList))
+        return 0;
+    Form().tokensList->Clear();
+    for (const TokenRecord &token : tokens)
+        Form().tokensList->AddToken(FromHostString(token.name), false);
+    Form().tokensList->FocusFirstToken();
+    return static_cast<int>(tokens.Size());
+}
+
+void QtViewImpl::OnTokenPinEntered(int index, const QString &pin)
+{
+    static constexpr char kMember[] = "pba::QtViewImpl::OnTokenPinEntered";
+    TraceScope trace(kMember);
+    kro::result_t result = kro::kNotInitialized;
+    if (m_tokenLogic) {
+        const Secret secret(ToHostUtf8(pin));
+        result = m_tokenLogic->LoginByToken(index, secret.Get());
+    }
+    if (Succeeded(result, trace, kMember, report_line::kOnTokenPinEntered))
+        CallDeferredStateChange();
 }
 
 bool QtViewImpl::IsAnyTokenConnected()
@@ -59,8 +100,12 @@ void QtViewImpl::OnUpdateConnectedTokensSlot()
     static constexpr char kMember[] = "pba::QtViewImpl::OnUpdateConnectedTokensSlot";
     TraceScope trace(kMember);
     bool screenMustChange = false;
-    const kro::result_t result =
-        m_businessLogic ? m_businessLogic->UpdateConnectedTokens(&screenMustChange) : kro::kNotInitialized;
+    kro::result_t result = kro::kOk;
+    // A message that has come up since may be the host's, in the middle of a call. When it is closed, tokens
+    // are looked at anyway.
+    if (!QApplication::activeModalWidget())
+        result = m_businessLogic ? m_businessLogic->UpdateConnectedTokens(&screenMustChange)
+                                 : kro::kNotInitialized;
     QGuiApplication::restoreOverrideCursor();
     m_startupBusy = false;
     UpdatePointer();
@@ -71,7 +116,8 @@ void QtViewImpl::OnUpdateConnectedTokensSlot()
     if (!Succeeded(result, trace, kMember, report_line::kOnUpdateConnectedTokens))
         return;
     m_tokenFailureReported = false;
-    if (screenMustChange)
+    // The person may have gone on, or the host shown another page.
+    if (screenMustChange && FollowsTokens(CurrentScreen()))
         ShowInitialScreenInternal();
 }
 

@@ -21,11 +21,6 @@ constexpr std::uint32_t kDebugLogging = 800;
 
 constexpr int kCancelled = 2;
 
-QString ForgotPasswordText()
-{
-    return QtViewImpl::tr("Forgot your password?");
-}
-
 } // namespace
 
 // Runs a dialog in front of the controller's. Not every window system gives the focus back afterwards.
@@ -33,6 +28,9 @@ int QtViewImpl::RunModal(QDialog &dialog)
 {
     const int result = dialog.exec();
     activateWindow();
+    // A button that led to the dialog would take the keys that are pressed at random.
+    if (IsCollectingEntropy())
+        Form().stackedWidget->currentWidget()->setFocus();
     return result;
 }
 
@@ -51,7 +49,7 @@ void QtViewImpl::ShowMessage(const QString &title, const QString &message, std::
     if (showVersion)
         box.ShowVersion();
     if (type == kMessageOffersRecovery || type == kMessageStartsRecovery)
-        box.SetButton1Text(ForgotPasswordText());
+        box.SetButton1Text(tr("Forgot your password?"));
     RunModal(box);
     if (type == kMessageStartsRecovery)
         OnPasswordRecoveryInternalDeferred();

@@ -118,7 +118,7 @@ void QtViewImpl::OnSavePassword()
     }
     kro::result_t result = kro::kNotInitialized;
     if (m_passwordLogic) {
-        const SecretHostString newPassword(Form().newPassword->text());
+        const Secret newPassword(ToHostString(Form().newPassword->text()));
         result = m_passwordLogic->ChangePassword(newPassword.Get());
     }
     if (Succeeded(result, trace, kMember, report_line::kOnSavePassword))

@@ -6,6 +6,7 @@
 
 #include "ui_pba_main_window.h"
 #include "views/screen_traits.h"
+#include "widgets/secret_field.h"
 
 namespace pba {
 
@@ -31,6 +32,9 @@ void QtViewImpl::SetScreen(int index)
     Form().stackedWidget->setCurrentIndex(index);
     ClearDefaultButtons();
     UpdateRecoveryButtons(traits.recovery);
+    // The host was asked, and may have shown another page in the middle of it.
+    if (CurrentScreen() != index)
+        return;
     SetUpScreen(index);
     Form().helpButton->setVisible(traits.helpButton);
     // Nothing more is painted once the host has switched the screen off.
@@ -116,7 +120,7 @@ void QtViewImpl::ShowInitialScreenInternal()
     const TraceScope trace("pba::QtViewImpl::ShowInitialScreenInternal");
     Form().loginDomain->clear();
     Form().loginUserName->clear();
-    Form().loginPassword->clear();
+    EmptySecretField(Form().loginPassword);
 
     const bool byPassword = (m_options & kOptionLoginByPassword) != 0;
     const bool byToken = (m_options & kOptionLoginByToken) != 0;

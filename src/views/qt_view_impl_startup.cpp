@@ -30,6 +30,8 @@ void QtViewImpl::DoLongStartupOperations()
     const TraceScope trace("pba::QtViewImpl::DoLongStartupOperations");
     Form().labelHostNameValue->setText(QString::fromStdU16String(m_settings->GetHostName()));
     InitKeyboardSelectors();
+    ConvertHotkeys();
+    BuildLayoutHotkeys();
     QTimer::singleShot(kHopMs, this, &QtViewImpl::InitBusinessLogic);
 }
 

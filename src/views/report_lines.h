@@ -8,6 +8,7 @@ inline constexpr int kOnLoginStart = 629;
 inline constexpr int kOnLoginLogin = 640;
 inline constexpr int kOnSavePassword = 697;
 inline constexpr int kOnCancelChangePassword = 714;
+inline constexpr int kOnTokenPinEntered = 1006;
 inline constexpr int kOnUpdateConnectedTokens = 1035;
 inline constexpr int kShowChangePassword = 1307;
 inline constexpr int kShowLoggedInStartOs = 1329;
@@ -16,5 +17,6 @@ inline constexpr int kShowLoggedInConfirm = 1365;
 inline constexpr int kIsAnyTokenConnected = 1644;
 inline constexpr int kShowLoginByPassword = 1664;
 inline constexpr int kShowLoginByToken = 1684;
+inline constexpr int kUpdateTokenList = 1714;
 
 } // namespace pba::report_line

@@ -117,20 +117,19 @@ void QtPasswordRecoveryView::SetLogic(IPasswordRecoveryLogic *logic)
     m_controller.SetLogic(logic);
 }
 
-// The three steps have no screens behind them yet; a host is told so.
-kro::result_t QtPasswordRecoveryView::StartEntropyCollection(std::uint32_t)
+kro::result_t QtPasswordRecoveryView::StartEntropyCollection(std::uint32_t amount)
 {
-    return kro::kNotImplemented;
+    return m_controller.StartEntropyCollection(amount);
 }
 
-kro::result_t QtPasswordRecoveryView::ShowChallenge(const kro::vector_t<kro::string_t> &)
+kro::result_t QtPasswordRecoveryView::ShowChallenge(const kro::vector_t<kro::string_t> &challenge)
 {
-    return kro::kNotImplemented;
+    return Guarded([&] { return m_controller.ShowChallenge(challenge); });
 }
 
 kro::result_t QtPasswordRecoveryView::StartResponceInput()
 {
-    return kro::kNotImplemented;
+    return m_controller.StartResponceInput();
 }
 
 } // namespace pba

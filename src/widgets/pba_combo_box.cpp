@@ -2,12 +2,13 @@
 
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScreen>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 namespace {
 
-constexpr int kAlwaysShown = 80;
+constexpr int kAlwaysShown = 40;
 
 } // namespace
 
@@ -31,6 +32,7 @@ void PbaComboBox::AddItem(const QString &text)
 
 void PbaComboBox::Clear()
 {
+    m_menu->close();
     m_actions.clear();
     m_menu->clear();
 }
@@ -90,12 +92,16 @@ bool PbaComboBox::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-// Centred above the button; in screen coordinates, since the window need not fill the screen.
+// Centred above the button; in screen coordinates, since the window need not fill the screen. A list that is
+// too long or too wide for that stays on the screen.
 void PbaComboBox::PlaceMenu()
 {
     const QPoint corner = mapToGlobal(QPoint(0, 0));
     const QSize menu = m_menu->frameGeometry().size();
-    m_menu->move(corner.x() + frameGeometry().width() / 2 - menu.width() / 2, corner.y() - menu.height());
+    const QRect all = screen()->geometry();
+    const int x = corner.x() + frameGeometry().width() / 2 - menu.width() / 2;
+    const int y = corner.y() - menu.height();
+    m_menu->move(qMax(all.left(), qMin(x, all.right() + 1 - menu.width())), qMax(all.top(), y));
 }
 
 void PbaComboBox::Underline()

@@ -16,7 +16,7 @@ public:
     explicit PbaComboBox(QWidget *parent = nullptr);
 
     void AddItem(const QString &text);
-    // The current index stays.
+    // Closes the list. The current index stays.
     void Clear();
     int Count() const { return static_cast<int>(m_actions.size()); }
     int CurrentIndex() const { return m_currentIndex; }

@@ -2,10 +2,12 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <QTextLayout>
 
 namespace {
 
-constexpr int kAlwaysShown = 150;
+constexpr int kAlwaysShown = 100;
+constexpr char16_t kCut = u'\u2026';
 
 } // namespace
 
@@ -20,18 +22,32 @@ void PbaElidedLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     drawFrame(&painter);
     const QRect room = contentsRect();
-    const bool fits = sizeHint().width() <= width();
-    const QString shown =
-        fits ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, WrappedWidth(room));
-    setToolTip(shown == text() ? QString() : text());
-    const auto flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
-    style()->drawItemText(&painter, room, fits ? flags : flags | Qt::TextWrapAnywhere, palette(), isEnabled(),
-                          shown, foregroundRole());
+    const QStringList lines = sizeHint().width() <= width() ? QStringList(text()) : BrokenLines(room);
+    setToolTip(lines.last().endsWith(kCut) && !text().endsWith(kCut) ? text() : QString());
+    // A name runs in its own direction, whatever the window's.
+    const auto flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) |
+                       (text().isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight);
+    style()->drawItemText(&painter, room, flags, palette(), isEnabled(), lines.join(u'\n'), foregroundRole());
 }
 
-// A wrapped line may stay empty at its end for as much as a wide character.
-int PbaElidedLabel::WrappedWidth(const QRect &room) const
+// As many as there is room for, the last one cut where there is more.
+QStringList PbaElidedLabel::BrokenLines(const QRect &room) const
 {
-    const int lines = qMax(1, room.height() / fontMetrics().lineSpacing());
-    return lines == 1 ? room.width() : lines * (room.width() - fontMetrics().horizontalAdvance(u'W'));
+    const int most = qMax(1, room.height() / fontMetrics().lineSpacing());
+    QTextLayout layout(text(), font());
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(room.width());
+        if (lines.size() == most - 1) {
+            lines += fontMetrics().elidedText(text().mid(line.textStart()), Qt::ElideRight, room.width());
+            break;
+        }
+        lines += text().mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
 }

@@ -1,6 +1,6 @@
-// A label for a name of any length, on one line where it fits. Else it is broken anywhere over the lines that
-// the label is high; what is still too long is cut, and a tool tip tells the whole. It so never widens the
-// window.
+// A label for a name of any length, on one line where it fits. Else it is broken, between words where it can
+// be, over the lines that the label is high; what is still too long is cut, and a tool tip tells the whole.
+// It so never widens the window.
 #pragma once
 
 #include <QLabel>
@@ -18,5 +18,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int WrappedWidth(const QRect &room) const;
+    QStringList BrokenLines(const QRect &room) const;
 };

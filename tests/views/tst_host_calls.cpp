@@ -31,6 +31,7 @@ private slots:
             {"Init", nullptr, "InitBusinessLogic", 0},
             {"CheckTokensConnected", nullptr, "IsAnyTokenConnected", 1644},
             {"StartLoginByToken", nullptr, "ShowLoginByTokenScreen", 1684},
+            {"GetTokens", nullptr, "UpdateTokenList", 1714},
             {"IsAutologonSuppressed", nullptr, "ShowLoginByPasswordScreen", 1664},
             {"StartLoginByPassword", login, "OnLogin", 629},
             {"Login", login, "OnLogin", 640},
@@ -54,7 +55,7 @@ private slots:
             if (call == "ChangePassword" || call == "CancelChangePassword")
                 session.request = [&] { host.passwordView->ShowChangePassword(u"", u"", false); };
             session.options = call.contains("Token") ? 4 : 1;
-            host.tokensConnected = call == "StartLoginByToken";
+            host.tokensConnected = call == "StartLoginByToken" || call == "GetTokens";
             host.changeAllowed = call != "ConfirmLoggedIn";
             host.silent = call == "no password logic";
             host.AcceptLogins();

@@ -1,5 +1,4 @@
-// Selectors, line edits, links and dialogs, the painting ones judged by what they paint.
-#include <QMenu>
+// Line edits, links and dialogs, the painting ones judged by what they paint.
 #include <QScreen>
 #include <QSignalSpy>
 
@@ -7,6 +6,7 @@
 #include "test_main.h"
 #include "widgets/lock_ui_dialog.h"
 #include "widgets/pba_message_box.h"
+#include "widgets/secret_field.h"
 
 static QImage Painted(QWidget *widget)
 {
@@ -31,45 +31,20 @@ class TestWidgets : public QObject
     Q_OBJECT
 
 private slots:
-    void selectorTellsOnlyAChoice()
+    void anEmptiedSecretFieldKeepsNothingButItsRules()
     {
-        PbaComboBox box;
-        QSignalSpy told(&box, &PbaComboBox::CurrentIndexChanged);
-        QCOMPARE(box.CurrentIndex(), -1);
-        box.AddItem(u"English"_qs);
-        box.AddItem(u"Deutsch"_qs);
-        QCOMPARE(box.text(), u"English");
-        box.SetCurrentIndex(1);
-        QCOMPARE(box.text(), u"Deutsch");
-        QCOMPARE(told.count(), 0);
-        box.menu()->actions().first()->trigger();
-        QCOMPARE(box.text(), u"English");
-        // An unknown one counts as one past the last.
-        QAction stranger(u"Stranger"_qs);
-        box.OnMenuTriggered(&stranger);
-        QCOMPARE(box.text(), u"Stranger");
-        QCOMPARE(told, (QList<QVariantList>{{0}, {2}}));
-
-        box.Clear();
-        QVERIFY(box.Count() == 0 && box.menu()->isEmpty());
-        QCOMPARE(box.CurrentIndex(), 2);
-        box.AddItem(u"Dvorak"_qs);
-        QCOMPARE(box.CurrentIndex(), 0);
-        QCOMPARE(box.text(), u"Dvorak");
-    }
-
-    void menuOpensUpwardsCentred()
-    {
-        FormWindow view;
-        view.dialog.move(60, 90);
-        PbaComboBox *selector = view.form.languageSelector;
-        selector->AddItem(u"A language with a rather long name"_qs);
-        selector->menu()->popup(QPoint(1, 1));
-        const QRect menu = selector->menu()->frameGeometry();
-        const QPoint corner = selector->mapToGlobal(QPoint(0, 0));
-        QCOMPARE(menu.x(), corner.x() + selector->width() / 2 - menu.width() / 2);
-        QCOMPARE(menu.y() + menu.height(), corner.y());
-        selector->menu()->close();
+        QLineEdit field;
+        field.setMaxLength(7);
+        for (const QString &mask : {QString(), u">HHHH;_"_qs}) {
+            field.setInputMask(mask);
+            QTest::keyClicks(&field, u"beef"_qs);
+            QSignalSpy told(&field, &QLineEdit::textChanged);
+            EmptySecretField(&field);
+            QVERIFY(field.text().isEmpty() && !field.isUndoAvailable() && told.count() == 1);
+            field.undo();
+            QTest::keyClicks(&field, u"12345678"_qs);
+            QCOMPARE(field.text(), mask.isEmpty() ? u"1234567"_qs : u"1234"_qs);
+        }
     }
 
     void hintShowsWhileTheLineIsEmpty()
@@ -95,6 +70,27 @@ private slots:
         hinted.hide();
         hinted.show();
         QVERIFY(Painted(&hinted) != withHint);
+
+        // Letters and no boxes, also where the font has no italics for them.
+        QList<QImage> letters;
+        for (const QString &letter : {u"ب"_qs, u"ت"_qs}) {
+            hinted.setProperty("pba_text", letter);
+            hinted.hide();
+            hinted.show();
+            letters << Painted(&hinted);
+        }
+        QVERIFY(letters[0] != letters[1]);
+    }
+
+    // Read out to the administrator, a name must not begin with its end.
+    void nameKeepsItsOrderInAMirroredWindow()
+    {
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        PbaElidedLabel first(u"01-PC"_qs);
+        PbaElidedLabel second(u"PC-01"_qs);
+        const bool alike = Painted(&first) == Painted(&second);
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        QVERIFY(!alike);
     }
 
     void linkIsUnderlinedUnderThePointerUntilPressed()
