@@ -1,19 +1,33 @@
 #include "business_logic.h"
 
+#include <algorithm>
+
 #include "guarded.h"
 #include "log.h"
-#include "pba/password_recovery.h"
 #include "pba/view.h"
 #include "stop_signals.h"
 
 namespace host {
 
-BusinessLogic::BusinessLogic(OsStart &osStart, const Texts &texts, const LogicOptions &options)
+BusinessLogic::BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
+                             const LogicOptions &options)
     : m_osStart(osStart)
-    , m_texts(texts)
     , m_options(options)
-    , m_passwordLogin(osStart, texts, options.autologonAllowed)
+    , m_passwordLogin(osStart, throttle, texts, options.autologonAllowed)
+    , m_recovery(osStart, m_passwordLogin, texts)
+    , m_tokenLogin(osStart, texts, options.tokenModule)
 {
+}
+
+// Whoever the volume knows no way in for is not offered one; without any, the view says that there are no
+// users.
+std::uint32_t BusinessLogic::ViewOptions() const
+{
+    const std::vector<volume::User> users = m_osStart.GetVolume().Users();
+    const bool hasPasswords = std::any_of(users.begin(), users.end(),
+                                          [](const volume::User &user) { return !user.keyslots.empty(); });
+    return (hasPasswords && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
+           (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 
 // The login page asks about the automatic logon as soon as it is shown, so its logic must be there before.
@@ -24,21 +38,24 @@ kro::result_t BusinessLogic::Init(pba::IMainView *view)
         return kro::kUnexpected;
     m_view = view;
     m_passwordLogin.Attach(loginView);
-    view->SetOptions(m_options.passwordLogin ? pba::kOptionLoginByPassword : 0);
+    view->SetOptions(ViewOptions());
     return m_osStart.IsTestBoot() ? view->ShowTestBootMessage() : view->ShowInitialScreen();
 }
 
-// There are no tokens here, hence no change and none connected.
 kro::result_t BusinessLogic::UpdateConnectedTokens(bool *screenMustChange)
 {
-    *screenMustChange = false;
-    return kro::kOk;
+    return Guarded([&] {
+        *screenMustChange = m_tokenLogin.HasScreenChanged();
+        return kro::kOk;
+    });
 }
 
 kro::result_t BusinessLogic::CheckTokensConnected(bool *connected)
 {
-    *connected = false;
-    return kro::kOk;
+    return Guarded([&] {
+        *connected = m_tokenLogin.IsAnyUsable();
+        return kro::kOk;
+    });
 }
 
 kro::result_t BusinessLogic::StartLoginByPassword(pba::ILoginByPasswordView *view)
@@ -47,19 +64,15 @@ kro::result_t BusinessLogic::StartLoginByPassword(pba::ILoginByPasswordView *vie
     return kro::kOk;
 }
 
-// A person pressed a button that is always there: an answer in words, not an internal error.
 kro::result_t BusinessLogic::StartPasswordRecovery(pba::IPasswordRecoveryView *view)
 {
-    return Guarded([&] {
-        m_texts.Show(view, kNoPasswordRecovery);
-        return kro::kOk;
-    });
+    return m_view ? m_recovery.Start(view, m_view) : kro::kNotInitialized;
 }
 
-// The option that leads here is never set.
-kro::result_t BusinessLogic::StartLoginByToken(pba::ILoginByTokenView *)
+kro::result_t BusinessLogic::StartLoginByToken(pba::ILoginByTokenView *view)
 {
-    return kro::kNotSupported;
+    m_tokenLogin.Attach(view);
+    return kro::kOk;
 }
 
 kro::result_t BusinessLogic::StartOperatingSystem()

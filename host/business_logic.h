@@ -2,20 +2,23 @@
 #pragma once
 
 #include "password_login.h"
+#include "password_recovery.h"
 #include "pba/business_logic.h"
+#include "token_login.h"
 
 namespace host {
 
 struct LogicOptions
 {
-    bool passwordLogin = true; // false also when the volume has no users: the view then says so
+    bool passwordLogin = true; // as far as the volume has users with passwords
     bool autologonAllowed = false;
+    std::string tokenModule = {}; // a PKCS#11 module; empty: those that the system's configuration names
 };
 
 class BusinessLogic final : public pba::IBusinessLogic
 {
 public:
-    BusinessLogic(OsStart &osStart, const Texts &texts, const LogicOptions &options);
+    BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Texts &texts, const LogicOptions &options);
 
     kro::result_t Init(pba::IMainView *view) override;
     kro::result_t UpdateConnectedTokens(bool *screenMustChange) override;
@@ -26,10 +29,13 @@ public:
     kro::result_t StartOperatingSystem() override;
 
 private:
+    std::uint32_t ViewOptions() const;
+
     OsStart &m_osStart;
-    const Texts &m_texts;
     LogicOptions m_options;
     PasswordLogin m_passwordLogin;
+    PasswordRecovery m_recovery;
+    TokenLogin m_tokenLogin;
     pba::IMainView *m_view = nullptr;
 };
 

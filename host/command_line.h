@@ -20,6 +20,8 @@ struct CommandLine
     std::string log;
     std::optional<std::uint32_t> logSeverity;
     std::string module;
+    bool stateInHeader = false;
+    std::string tokenModule;
     bool testBoot = false;
     bool autologonAllowed = false;
     bool noPasswordLogin = false;

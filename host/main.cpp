@@ -5,9 +5,13 @@
 #include "business_logic.h"
 #include "command_line.h"
 #include "guarded.h"
+#include "last_login.h"
+#include "log.h"
 #include "module.h"
 #include "pbe/files.h"
 #include "pbe/log.h"
+#include "recovery/volume_recovery.h"
+#include "process_protection.h"
 #include "stop_signals.h"
 #include "volume/text.h"
 
@@ -58,14 +62,38 @@ kro::result_t RunView(const Module &module, BusinessLogic *logic)
     return Guarded([&] { return view->Run(); });
 }
 
+// The volume's header is whole before anybody logs on. Where it cannot be written that has to wait.
+void FinishPending(volume::Volume *volume)
+{
+    volume::Error error = volume->FinishPending();
+    if (error == volume::Error::None)
+        error = recovery::FinishPending(*volume);
+    if (error != volume::Error::None)
+        Log(kLogErrors, std::string("An interrupted change cannot be finished: ") + volume::Describe(error));
+}
+
+std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Volume &volume)
+{
+    if (line.stateInHeader)
+        return std::make_unique<HeaderStateStore>(volume);
+    return std::make_unique<FileStateStore>();
+}
+
 int RunHost(const CommandLine &line, const Module &module, volume::Volume &volume)
 {
     const std::unique_ptr<pba::ITranslator, decltype(module.deleteTranslator)> translator(
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
     OsStart osStart(volume, {line.mapperName, line.testBoot});
-    const bool hasUsers = !volume.Users().empty();
-    BusinessLogic logic(osStart, texts, {hasUsers && !line.noPasswordLogin, line.autologonAllowed});
+    FinishPending(&volume);
+    const std::unique_ptr<StateStore> store = MakeStateStore(line, volume);
+    const volume::Policy policy = volume.GetPolicy();
+    LoginThrottle throttle(*store, policy);
+    if (line.stateInHeader && throttle.State().lastLogin)
+        RestoreLastLogin(*throttle.State().lastLogin);
+    BusinessLogic logic(osStart, throttle, texts,
+                        {!line.noPasswordLogin, line.autologonAllowed && policy.autologonAllowed,
+                         line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
     const int exitCode = ExitCode(osStart);
     if (exitCode == kExitViewFailed) {
@@ -98,6 +126,7 @@ int Main(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    ProtectProcess();
     try {
         return Main(argc, argv);
     } catch (const std::exception &fault) {

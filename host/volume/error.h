@@ -13,10 +13,17 @@ enum class Error {
     NotLuks2,
     HeaderUnreadable,
     ReadOnly,
-    NoSpace,
+    Busy,    // another program is changing the header
+    NoSpace, // Volume::RoomLeft tells what there is
     Vanished,
     OutOfMemory,
     UserExists,
+    NoUser,
+    LastWayIn,
+    PasswordTooShort,  // for the volume's policy
+    PasswordUnchanged, // though the volume's policy asks for another
+    NotProven,         // a new keyslot did not open on a second look; nothing was changed
+    OldPasswordStays,  // the new password counts, but the old one opens until FinishPending has succeeded
     NameTaken,
     NoDeviceMapper,
     Failed,

@@ -72,4 +72,10 @@ bool KeyCost::ExceedsMemory() const
     return available > 0 && m_memory > available;
 }
 
+std::string KeyCost::Describe() const
+{
+    return m_memory > 0 ? m_type + ", " + std::to_string(m_memory / 1024) + " MiB"
+                        : m_type + ", " + std::to_string(m_iterations) + " iterations";
+}
+
 } // namespace volume

@@ -24,6 +24,10 @@ public:
     int ApplyTo(crypt_device *device) const;
     // Whether a derivation would use more memory than there is now.
     bool ExceedsMemory() const;
+    // In a few words, such as "argon2id, 512 MiB".
+    std::string Describe() const;
+
+    bool operator==(const KeyCost &) const = default;
 
 private:
     std::string m_type;

@@ -2,14 +2,15 @@
 
 #include <new>
 
-#include <libcryptsetup.h>
+#include <sodium.h>
 
 namespace volume {
 
 Secret::Secret(std::size_t capacity)
-    : m_data(static_cast<char *>(crypt_safe_alloc(capacity > 0 ? capacity : 1)))
-    , m_capacity(capacity)
+    : m_capacity(capacity)
 {
+    if (sodium_init() >= 0)
+        m_data = static_cast<char *>(sodium_malloc(capacity));
     if (!m_data)
         throw std::bad_alloc();
 }
@@ -31,7 +32,7 @@ bool Secret::Append(char byte) noexcept
 
 void Secret::Wipe() noexcept
 {
-    crypt_safe_free(m_data); // wipes first
+    sodium_free(m_data); // wipes first
     m_data = nullptr;
     m_size = 0;
     m_capacity = 0;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 
 #include <nlohmann/json.hpp>
 
+#include "name_comparison.h"
 #include "text.h"
 
 namespace volume {
@@ -32,6 +34,15 @@ std::optional<int> DecodeKeyslot(const json &element)
     return number;
 }
 
+std::optional<std::int64_t> DecodeTime(const json &object)
+{
+    const auto member = object.find("changed");
+    if (member == object.end() || !member->is_number_unsigned() ||
+        member->get<std::uint64_t>() > std::numeric_limits<std::int64_t>::max())
+        return std::nullopt;
+    return member->get<std::int64_t>();
+}
+
 std::optional<std::vector<int>> DecodeKeyslots(const json &object)
 {
     const auto member = object.find("keyslots");
@@ -56,6 +67,11 @@ bool HasControlCharacter(std::string_view text)
 
 } // namespace
 
+bool UserName::operator==(const UserName &other) const
+{
+    return FoldName(domain) == FoldName(other.domain) && FoldName(user) == FoldName(other.user);
+}
+
 const char *FindNameFault(const UserName &name)
 {
     if (name.user.empty())
@@ -79,7 +95,12 @@ std::optional<User> DecodeUser(std::string_view text)
     std::optional<std::vector<int>> keyslots = DecodeKeyslots(object);
     if (!domain || !user || user->empty() || !keyslots)
         return std::nullopt;
-    return User{{*domain, *user}, std::move(*keyslots)};
+    const auto pending = object.find("pending");
+    User decoded{{*domain, *user}, std::move(*keyslots)};
+    decoded.pending = pending == object.end() ? std::nullopt : DecodeKeyslot(*pending);
+    decoded.isNew = object.value("new", json()) == true;
+    decoded.changed = DecodeTime(object);
+    return decoded;
 }
 
 std::string EncodeUser(const User &user)
@@ -87,11 +108,17 @@ std::string EncodeUser(const User &user)
     json keyslots = json::array();
     for (int keyslot : user.keyslots)
         keyslots.push_back(std::to_string(keyslot));
-    return json{{"type", kUserObjectType},
+    json object{{"type", kUserObjectType},
                 {"keyslots", keyslots},
                 {"domain", user.name.domain},
-                {"user", user.name.user}}
-        .dump();
+                {"user", user.name.user}};
+    if (user.pending)
+        object["pending"] = std::to_string(*user.pending);
+    if (user.isNew)
+        object["new"] = true;
+    if (user.changed)
+        object["changed"] = *user.changed;
+    return object.dump();
 }
 
 } // namespace volume

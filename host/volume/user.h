@@ -2,6 +2,7 @@
 // keyslots that this person's password opens. docs/volume-format.md describes the object.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,19 +14,25 @@ inline constexpr char kUserObjectType[] = "pba-user";
 inline constexpr int kMaxKeyslots = 32;
 inline constexpr std::size_t kMaxNameBytes = 256;
 
-// UTF-8, compared byte by byte. The domain may be empty.
+// UTF-8, compared as a person would: see name_comparison.h. The domain may be empty.
 struct UserName
 {
     std::string domain;
     std::string user;
 
-    bool operator==(const UserName &) const = default;
+    bool operator==(const UserName &other) const;
 };
 
 struct User
 {
     UserName name;
-    std::vector<int> keyslots; // no number twice, each from 0 to kMaxKeyslots - 1
+    // No number twice, each from 0 to kMaxKeyslots - 1. More than one only while a password is being
+    // replaced: the first is the new one's.
+    std::vector<int> keyslots;
+    std::optional<int> pending{};          // the keyslot that a change under way is about to add
+    bool isNew = false;                    // while its first keyslot is pending
+    std::optional<std::int64_t> changed{}; // when the password was last set, in seconds since 1970
+    int object = -1;                       // its number in the header; -1 when it is in none
 };
 
 // Why a name will not do, without a full stop; null when it will.

@@ -1,22 +1,28 @@
 // A LUKS2 volume, a device or a plain file, and its users. Wraps libcryptsetup; not thread-safe.
 //
-// Errors are values; only std::bad_alloc is thrown. A call that fails leaves the header as it was, save that
-// a keyslot without an object of ours may stay when the computer loses power in the middle of AddUser.
+// Errors are values; only std::bad_alloc is thrown. A call that changes the header excludes other programs of
+// ours while it runs, looks at the header anew, and leaves it as it was when it fails. After a loss of power
+// in the middle FinishPending makes it whole. Keyslots are proven on a fresh context before they count.
 //
-// volume_open.cpp opens and makes volumes, volume_users.cpp holds users and logins, volume_activation.cpp
-// maps the opened volume.
+// volume_open.cpp opens and makes volumes, volume_users.cpp holds users and logins, volume_passwords.cpp sets
+// and replaces passwords, volume_keyslots.cpp and volume_objects.cpp what these and others are built from,
+// volume_activation.cpp maps the opened volume.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "error.h"
 #include "key_cost.h"
+#include "policy.h"
+#include "room.h"
 #include "secret.h"
 #include "user.h"
+#include "write_lock.h"
 
 struct crypt_device;
 
@@ -24,6 +30,28 @@ namespace volume {
 
 // The default data offset; a smaller file has no room for any data.
 inline constexpr std::uint64_t kHeaderBytes = 16 * 1024 * 1024;
+
+// A LUKS2 token object: a piece of JSON with a type and the keyslots it is about, kept by all LUKS2 tools.
+struct Object
+{
+    int number;
+    std::string type;
+    std::string json;
+    std::vector<int> keyslots;
+};
+
+struct Keyslot
+{
+    int number;
+    bool opensVolume; // else it holds another key ("unbound")
+    KeyCost cost;
+};
+
+// When no keyslot is free for the new password.
+enum class WhenFull {
+    Refuse,
+    DropOld, // for who holds the volume key by another proven way in: the old password's keyslot goes first
+};
 
 class Volume
 {
@@ -43,23 +71,63 @@ public:
 
     // In the order of their objects in the header.
     std::vector<User> Users() const;
+    std::optional<User> FindUser(const UserName &name) const;
     // Tries the keyslots of that user only. An unknown user costs one derivation, with the parameters of the
     // first user's keyslot, and is answered like a wrong password. With `volumeKey` the opened key is kept in
     // it.
     [[nodiscard]] Error Login(const UserName &name, const Secret &password, Secret *volumeKey);
-    // Key derivations that Login has made so far.
+    // Key derivations that logins and openings have made so far.
     unsigned DerivationCount() const { return m_derivations; }
+    // Takes any passphrase that the volume knows, save those of the keyslots `except`: it authorises an
+    // administrator.
+    [[nodiscard]] Error Authorise(const Secret &passphrase, Secret *volumeKey,
+                                  const std::vector<int> &except = {});
 
-    // Takes any passphrase that the volume knows: it authorises an administrator.
-    [[nodiscard]] Error Authorise(const Secret &passphrase, Secret *volumeKey);
-    // Whether users can be added here; the library itself finds out late and cannot say why.
+    // Whether the header can be changed here; the library itself finds out late and cannot say why.
     [[nodiscard]] Error CheckWritable() const;
-    // All users share the cost of the first one's keyslot, or an unknown name could be told by the time that
-    // a login takes; nothing while there is none.
-    std::optional<KeyCost> SharedCost() const;
-    // `volumeKey` is from Authorise; empty right after Create.
+    // Finishes or undoes what a loss of power interrupted; to be called at each start where the header is
+    // writable. Writes nothing when there is nothing to do.
+    [[nodiscard]] Error FinishPending();
+    // `volumeKey` is from Authorise; empty right after Create. `cost` counts for the first user only: all
+    // share the cost of the first one's keyslot, or an unknown name could be told by the time a login takes.
     [[nodiscard]] Error AddUser(const UserName &name, const Secret &volumeKey, const Secret &password,
                                 const KeyCost &cost);
+    // What would keep AddUser from it whatever the password is.
+    [[nodiscard]] Error CheckNewUser(const UserName &name) const;
+    // With the user's keyslots. LastWayIn when no other password would open the volume.
+    [[nodiscard]] Error RemoveUser(const UserName &name);
+    [[nodiscard]] Error CheckRemoval(const User &user) const;
+    // At every instant the old or the new password opens the volume, or with DropOld the way in that the
+    // caller has. `volumeKey` is from Login, Authorise or OpenKeyslot.
+    [[nodiscard]] Error ReplacePassword(const UserName &name, const Secret &volumeKey, const Secret &password,
+                                        const KeyCost &cost, WhenFull whenFull = WhenFull::Refuse);
+    // What the policy has against a new password; whether it is the old one is tried, as a login does it.
+    [[nodiscard]] Error CheckNewPassword(const UserName &name, const Secret &password);
+    // Nothing while no user has a keyslot.
+    std::optional<KeyCost> SharedCost() const;
+
+    Policy GetPolicy() const;
+    [[nodiscard]] Error SetPolicy(const Policy &policy);
+
+    // For ways in beside the users' passwords. A keyslot for `passphrase`, proven; its number in `*keyslot`.
+    [[nodiscard]] Error AddKeyslot(const Secret &volumeKey, const Secret &passphrase, const KeyCost &cost,
+                                   int *keyslot);
+    // Opens this keyslot and no other; `volumeKey` may be null.
+    [[nodiscard]] Error OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeKey);
+    // Takes it out of the objects that name it, too. LastWayIn when no password would be left.
+    [[nodiscard]] Error RemoveKeyslot(int keyslot);
+    std::vector<Keyslot> Keyslots() const;
+    // Whether it opens the volume for a person who knows a password: it is a user's, or in no object at all.
+    bool IsWayIn(int keyslot) const;
+
+    // All, or those of a type. The header is not trusted: any JSON may stand in them.
+    std::vector<Object> Objects(std::string_view type = {}) const;
+    // Replaces the object `*number`, or makes a new one when that is -1. The keyslots it names must exist.
+    [[nodiscard]] Error WriteObject(const std::string &json, int *number);
+    [[nodiscard]] Error RemoveObject(int number);
+    Room RoomLeft() const;
+    // NoSpace unless `needed` fits and leaves free what changing a password takes.
+    [[nodiscard]] Error CheckRoom(const Room &needed) const;
 
     // Maps the volume, with the flags that its header keeps, and proves it: see IsActiveAs.
     [[nodiscard]] Error Activate(const std::string &mapperName, const Secret &volumeKey);
@@ -75,13 +143,40 @@ private:
     }
 
     [[nodiscard]] Error Connect();
+    [[nodiscard]] Error Load();
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
-    std::optional<User> FindUser(const UserName &name) const;
+    // Runs a change while other programs of ours are kept from making one, on what the header holds now.
+    template <typename Body>
+    [[nodiscard]] Error Change(Body body)
+    {
+        WriteLock lock;
+        Error error = lock.Take(m_path);
+        if (error == Error::None)
+            error = Load();
+        return error == Error::None ? body() : error;
+    }
+
+    // These change the header and belong inside Change.
+    [[nodiscard]] Error StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
+                                     const KeyCost &cost);
+    [[nodiscard]] Error DestroyKeyslots(const std::vector<int> &keyslots);
+    [[nodiscard]] Error StoreObject(const std::string &json, int *number);
+    [[nodiscard]] Error DestroyObject(int number);
+    [[nodiscard]] Error SetPassword(const User &user, const Secret &volumeKey, const Secret &password,
+                                    const KeyCost &cost);
+    [[nodiscard]] Error StoreUser(User *user);
+    [[nodiscard]] Error AcceptPending(User user);
+    [[nodiscard]] Error DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &cost);
+    [[nodiscard]] Error Finish(const User &user);
+    [[nodiscard]] Error FinishAll();
+
+    bool OpensVolume(int keyslot) const;
+    bool IsUnfinished(const User &user) const;
     std::vector<int> UsableKeyslots(const User &user) const;
     int FirstUserKeyslot() const;
     int FindFreeKeyslot() const;
-    [[nodiscard]] Error TryKeyslot(int keyslot, const Secret &password, Secret *volumeKey);
-    [[nodiscard]] Error AttachUser(const UserName &name, int keyslot);
+    bool LeavesWayIn(const std::vector<int> &withoutKeyslots) const;
+    [[nodiscard]] Error ProveKeyslot(int keyslot, const Secret &passphrase) const;
 
     std::string m_path;
     crypt_device *m_device = nullptr;

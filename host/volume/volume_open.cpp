@@ -97,11 +97,21 @@ Error Volume::Open(const std::string &path, std::unique_ptr<Volume> *volume)
     std::unique_ptr<Volume> opened(new Volume(path));
     if (const Error error = opened->Connect(); error != Error::None)
         return error;
-    const int result = crypt_load(opened->m_device, CRYPT_LUKS2, nullptr);
-    if (result < 0)
-        return result == -EINVAL ? Error::HeaderUnreadable : opened->Fault(result);
+    if (const Error error = opened->Load(); error != Error::None)
+        return error;
     *volume = std::move(opened);
     return Error::None;
+}
+
+// Also takes the place of what was read before.
+Error Volume::Load()
+{
+    const int result = crypt_load(m_device, CRYPT_LUKS2, nullptr);
+    if (result >= 0)
+        return Error::None;
+    // A file that ends within its header gives an error that says nothing.
+    const Error error = Fault(result);
+    return result == -EINVAL || error == Error::Failed ? Error::HeaderUnreadable : error;
 }
 
 Error Volume::Create(const std::string &path, std::unique_ptr<Volume> *volume)

@@ -1,6 +1,8 @@
-// A real LUKS2 volume in a temporary directory, with a derivation so cheap that tests may make many.
+// A real LUKS2 volume in a temporary directory, in memory where there is such a file system, with a derivation
+// so cheap that tests may make many.
 #pragma once
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -23,7 +25,7 @@ public:
     // Made once and copied, for making one measures the computer.
     ScratchVolume()
     {
-        static const QTemporaryDir directory;
+        static const QTemporaryDir directory(Template());
         static const QString original = Make(directory.filePath("original.img"));
         if (!QFile::copy(original, QString::fromStdString(Path())))
             qFatal("no volume");
@@ -54,5 +56,11 @@ private:
         return path;
     }
 
-    QTemporaryDir m_directory;
+    static QString Template()
+    {
+        const QString memory = "/dev/shm";
+        return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + "/pba-XXXXXX";
+    }
+
+    QTemporaryDir m_directory{Template()};
 };

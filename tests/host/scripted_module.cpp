@@ -20,6 +20,10 @@ public:
         for (std::string step; std::getline(script, step);) {
             if (step == "login")
                 logic->Login(u"OFFICE", u"boris", u"paper boat");
+            else if (step == "wrong")
+                logic->Login(u"OFFICE", u"boris", u"no");
+            else if (step == "automatic")
+                LogOnAutomatically();
             else if (step == "start")
                 m_host->StartOperatingSystem();
             else if (step == "signal")
@@ -31,6 +35,13 @@ public:
     }
 
 private:
+    void LogOnAutomatically()
+    {
+        bool suppressed = false;
+        if (logic->IsAutologonSuppressed(&suppressed) == kro::kOk && !suppressed)
+            logic->Login(u"OFFICE", u"boris", u"paper boat");
+    }
+
     pba::IBusinessLogic *m_host = nullptr;
 };
 

@@ -4,6 +4,7 @@
 #include "business_logic.h"
 #include "fake_pbe.h"
 #include "scratch_volume.h"
+#include "settings_encoder.h"
 #include "silent_view.h"
 #include "test_main.h"
 
@@ -29,15 +30,38 @@ private:
     }
 };
 
+// What outlives a host: the memory of failed logins, which may be read-only, and the time.
+class Memory final : public host::StateStore
+{
+public:
+    host::LoginState state;
+    bool writable = true;
+    std::int64_t now = 1'700'000'000;
+    std::function<void()> atWriting = [] {};
+
+    host::LoginState Read() override { return state; }
+    bool Write(const host::LoginState &newState) override
+    {
+        if (!writable)
+            return false;
+        state = newState;
+        atWriting();
+        return true;
+    }
+    bool KeepsLastLogin() const override { return true; }
+};
+
 // A host around the volume; members in the order in which they depend on each other.
 struct Host
 {
     explicit Host(const ScratchVolume &scratch, host::StartOptions start = {},
-                  host::LogicOptions options = {})
+                  host::LogicOptions options = {}, Memory *lasting = nullptr)
         : opened(scratch.Open())
+        , memory(lasting ? *lasting : ownMemory)
+        , throttle(memory, opened->GetPolicy(), [this] { return memory.now; })
         , texts(nullptr)
         , osStart(*opened, std::move(start))
-        , logic(osStart, texts, options)
+        , logic(osStart, throttle, texts, options)
     {
         fake_pbe::Reset();
         if (logic.Init(&view) != kro::kOk)
@@ -50,11 +74,21 @@ struct Host
     }
 
     std::unique_ptr<volume::Volume> opened;
+    Memory ownMemory;
+    Memory &memory;
+    host::LoginThrottle throttle;
     host::Texts texts;
     host::OsStart osStart;
     RecordingView view;
     host::BusinessLogic logic;
 };
+
+QByteArray Settings(std::uint32_t layout, const char16_t *name)
+{
+    pba::ConstantSettingsRecord record;
+    record.prebootSettings.inputLanguages = {{1033, u"English", {{layout, name, {}}}}};
+    return QByteArray::fromStdString(admin::EncodeSettings(record));
+}
 
 } // namespace
 
@@ -88,6 +122,153 @@ private slots:
             QCOMPARE(host.opened->DerivationCount(), 1u);
             QVERIFY(!fake_pbe::LogText().contains("Oops"));
             QVERIFY(!fake_pbe::LogText().contains(QString::fromUtf16(user).toUtf8()));
+        }
+    }
+
+    void guessingIsSlowedDown()
+    {
+        const ScratchVolume scratch;
+        Memory memory;
+        const auto guess = [&](Host &host, const char16_t *password = u"wrong") {
+            host.view.calls.clear();
+            const unsigned before = host.opened->DerivationCount();
+            std::vector<unsigned> atWriting;
+            memory.atWriting = [&] { atWriting.push_back(host.opened->DerivationCount()); };
+            host.Login(u"", u"anna", password);
+            // Counted before it is tried, so that ending the program in between gains nothing.
+            [&] { QVERIFY(atWriting.empty() || atWriting.front() == before); }();
+            memory.atWriting = [] {};
+            return host.view.calls.first() + QByteArray::number(host.opened->DerivationCount() - before);
+        };
+        const volume::Policy policy;
+        for (unsigned failures = 0; failures <= policy.freeAttempts; ++failures) {
+            Host host(scratch, {}, {}, &memory); // each in a program of its own
+            QCOMPARE(guess(host), "Wrong1");
+        }
+        Host host(scratch, {}, {}, &memory);
+        QCOMPARE(guess(host, kRight), "Wait0");
+        QVERIFY(host.view.lastText.ends_with(u": 30."));
+        memory.now -= 1000; // a clock that was set back neither ends the delay nor draws it out
+        QCOMPARE(guess(host), "Wait0");
+        memory.now += 29;
+        QCOMPARE(guess(host), "Wait0");
+        QVERIFY(host.view.lastText.ends_with(u": 1."));
+        memory.now += 1;
+        QCOMPARE(guess(host), "Wrong1");
+        QCOMPARE(guess(host), "Wait0");
+        memory.now += 30;
+        QCOMPARE(guess(host, kRight), "LoggedIn1");
+        QCOMPARE(guess(host), "Wrong1");
+        QCOMPARE(memory.state.failures, 1u);
+
+        // What nobody is to blame for does not count.
+        QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
+        QCOMPARE(guess(host), "Message1");
+        QCOMPARE(memory.state.failures, 1u);
+    }
+
+    void aMemoryThatCannotBeWrittenLocksNobodyOut()
+    {
+        Memory memory;
+        memory.writable = false;
+        memory.state = {1000, memory.now + 1000, {}}; // from before, and from the future
+        Host host(m_scratch, {}, {}, &memory);
+        host.Login(u"", u"anna", kRight);
+        memory.now += 30;
+        host.Login(u"", u"anna", kRight);
+        QCOMPARE(host.view.calls, (Calls{"Wait", "SelectPassword", "LoggedIn"}));
+        for (int failures = 0; failures < 7; ++failures)
+            host.Login(u"", u"anna", u"wrong");
+        QCOMPARE(host.view.calls.mid(13), (Calls{"Wrong", "SelectPassword", "Wait", "SelectPassword"}));
+    }
+
+    void theKeyboardIsNamed_data()
+    {
+        QTest::addColumn<uint>("layout");
+        QTest::addColumn<bool>("capsLock");
+        QTest::addColumn<QString>("hint");
+        QTest::newRow("a layout") << 0x407u << false << "\n\nThe keyboard layout is German.";
+        QTest::newRow("an unknown one") << 0xABCDu << false << "";
+        QTest::newRow("both") << 0x407u << true << "\n\nThe keyboard layout is German. Caps Lock is on.";
+        QTest::newRow("Caps Lock") << 0u << true << "\n\nCaps Lock is on.";
+        QTest::newRow("as the selector calls it")
+            << 0x409u << false << "\n\nThe keyboard layout is Am\u00e9ricain.";
+    }
+    void theKeyboardIsNamed()
+    {
+        QFETCH(QString, hint);
+        QFETCH(uint, layout);
+        QFETCH(bool, capsLock);
+        Host host(m_scratch);
+        fake_pbe::WriteFile(u"\\pba\\settings.bin", Settings(0x409, u"Am\u00e9ricain"));
+        fake_pbe::SetKeyboard(layout, capsLock);
+        host.Login(u"", u"anna", u"wrong");
+        const QString text = QString::fromStdU16String(host.view.lastText);
+        QCOMPARE(text.mid(text.indexOf(u'.', text.indexOf("Caps Lock")) + 1), hint);
+    }
+
+    void aPasswordIsChanged()
+    {
+        const ScratchVolume scratch;
+        Host host(scratch);
+        pba::ILoginByPasswordLogic &logic = *host.view.logic;
+        const auto isOffered = [&] {
+            bool allowed = false;
+            kro::wstring_t title;
+            kro::wstring_t message;
+            return logic.GetPasswordChangeInfo(&allowed, &title, &message) == kro::kOk && allowed;
+        };
+        QVERIFY(!isOffered()); // nobody is logged on
+        host.Login(u"office", u"boris", u"paper boat");
+        QVERIFY(isOffered());
+        kro::wstring_t domain;
+        kro::wstring_t user;
+        QCOMPARE(logic.PrepareChangePassword(&domain, &user), kro::kOk);
+        QVERIFY(domain.View() == u"office" && user.View() == u"boris");
+        host.view.calls.clear();
+        for (const char16_t *refused : {u"", u"7 chars", u"paper boat"})
+            QCOMPARE(logic.ChangePassword(refused), kro::kOk);
+        QCOMPARE(host.view.calls, (Calls{"Message", "Message", "Message"}));
+        fake_pbe::WriteFile(u"\\pba\\settings.bin", Settings(0x407, u"Deutsch"));
+        QCOMPARE(logic.ChangePassword(u"\u043b\u043e\u0434\u043a\u0430 \u0442\u0440\u0438"), kro::kOk);
+        QVERIFY(host.view.lastText.find(u": Deutsch.") != std::u16string::npos);
+        QCOMPARE(host.view.calls.mid(3), (Calls{"Message", "LoggedIn"}));
+        QCOMPARE(logic.ChangePassword(u"paper ship"), kro::kOk); // a second one, of letters that all can type
+        QCOMPARE(host.view.calls.mid(5), Calls{"LoggedIn"});
+        QCOMPARE(host.logic.StartOperatingSystem(), kro::kOk);
+        QVERIFY(!fake_pbe::LogText().contains("paper"));
+        Host next(scratch);
+        next.Login(u"OFFICE", u"boris", u"paper boat");
+        next.Login(u"OFFICE", u"boris", u"paper ship");
+        QCOMPARE(next.view.calls, (Calls{"Wrong", "SelectPassword", "LoggedIn"}));
+        QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
+        QVERIFY(!isOffered());
+    }
+
+    // Nothing starts with an expired password, unless there is no way to replace it.
+    void anExpiredPassword()
+    {
+        for (const bool writable : {true, false}) {
+            const ScratchVolume scratch;
+            Host host(scratch);
+            pba::ILoginByPasswordLogic &logic = *host.view.logic;
+            volume::Policy policy;
+            policy.expiryDays = 1;
+            int object = host.opened->FindUser({"", "anna"})->object;
+            QVERIFY(host.opened->SetPolicy(policy) == volume::Error::None);
+            const std::string unknownAge =
+                R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"anna"})";
+            QVERIFY(host.opened->WriteObject(unknownAge, &object) == volume::Error::None);
+            host.Login(u"", u"anna", kRight);
+            QCOMPARE(host.view.calls, Calls{"MustChangePassword"});
+            QCOMPARE(logic.CancelChangePassword(), kro::kProhibited);
+            QCOMPARE(host.logic.StartOperatingSystem(), kro::kProhibited);
+            host.view.calls.clear();
+            if (!writable) // the disk goes away while the page is up
+                QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
+            QCOMPARE(logic.ChangePassword(u"paper ship"), kro::kOk);
+            QCOMPARE(host.view.calls, writable ? Calls{"LoggedIn"} : (Calls{"Message", "LoggedIn"}));
+            QCOMPARE(host.logic.StartOperatingSystem(), kro::kOk);
         }
     }
 

@@ -49,7 +49,8 @@ private slots:
         QTest::newRow("another user's password") << QByteArrayList{"", "anna", boriss};
         QTest::newRow("unknown user, a known password") << QByteArrayList{"", "carl", annas};
         QTest::newRow("no domain where there is one") << QByteArrayList{"", "boris", boriss};
-        QTest::newRow("name in other letters") << QByteArrayList{"", "Anna", annas};
+        QTest::newRow("right, in capitals") << QByteArrayList{"offIce", "BORIS", boriss};
+        QTest::newRow("a similar name") << QByteArrayList{"", "\u00e4nna", annas};
     }
     void login()
     {
@@ -80,23 +81,34 @@ private slots:
         QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), &key), Error::WrongPassword);
     }
 
-    void aFullHeaderRefusesAndStaysSound()
+    // A single wrong bit of either copy, wherever it stands, leaves the other one.
+    void flippedBits()
     {
         ScratchVolume scratch;
-        std::string filler = "{\"type\":\"x\",\"keyslots\":[],\"filler\":\"\"}";
-        filler.insert(filler.size() - 2, 61440, 'x');
-        while (!SetObject(scratch, CRYPT_ANY_TOKEN, filler))
-            filler.erase(filler.size() - 202, 200);
-        // Now there is room for a keyslot, but for no object that names its user.
-        QVERIFY(SetObject(scratch, 2, filler.erase(filler.size() - 502, 500)));
-        const auto opened = scratch.Open();
-        volume::Secret key;
-        QCOMPARE(opened->Authorise(MakeSecret(ScratchVolume::kPassword), &key), Error::None);
-        const volume::UserName name{std::string(256, 'd'), std::string(256, 'u')};
-        const auto cost = volume::KeyCost::ForRandomSecret();
-        QCOMPARE(opened->AddUser(name, key, MakeSecret("p"), cost), Error::NoSpace);
-        QCOMPARE(crypt_keyslot_status(LoadHeader(scratch).get(), 2), CRYPT_SLOT_INACTIVE);
-        QCOMPARE(scratch.Open()->AddUser({"", "c"}, key, MakeSecret("p"), cost), Error::None);
+        QFile file(QString::fromStdString(scratch.Path()));
+        QVERIFY(file.open(QFile::ReadWrite | QFile::Unbuffered));
+        for (const qint64 offset : {0, 7, 0x30, 0x1c0, 0x1000, 0x1100, 0x10000, 0x10040, 0x11010}) {
+            char byte = 0;
+            QVERIFY(file.seek(offset) && file.read(&byte, 1) == 1);
+            const auto write = [&](char value) { return file.seek(offset) && file.write(&value, 1) == 1; };
+            QVERIFY(write(static_cast<char>(byte ^ 4)));
+            QCOMPARE(scratch.Open()->Login({"", "anna"}, MakeSecret(ScratchVolume::kPassword), nullptr),
+                     Error::None);
+            QVERIFY(write(byte));
+        }
+    }
+
+    void truncatedHeaders()
+    {
+        for (const auto &[size, expected] :
+             {std::pair(0, Error::NotLuks2), std::pair(5, Error::NotLuks2),
+              std::pair(4096, Error::HeaderUnreadable), std::pair(0x11000, Error::HeaderUnreadable),
+              std::pair(0x40000, Error::HeaderUnreadable)}) {
+            ScratchVolume scratch;
+            QVERIFY(QFile::resize(QString::fromStdString(scratch.Path()), size));
+            std::unique_ptr<volume::Volume> opened;
+            QCOMPARE(volume::Volume::Open(scratch.Path(), &opened), expected);
+        }
     }
 
     void damagedHeaders()

@@ -1,0 +1,224 @@
+#include "volume_recovery.h"
+
+#include <algorithm>
+
+namespace recovery {
+namespace {
+
+using volume::Error;
+using volume::Volume;
+
+std::vector<Found> FindAll(const Volume &volume)
+{
+    std::vector<Found> all;
+    const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
+    for (const volume::Object &object : volume.Objects(kObjectType)) {
+        auto enrolment = uuid ? DecodeEnrolment(object.json, *uuid) : std::nullopt;
+        if (enrolment)
+            all.push_back({std::move(*enrolment), object.number});
+    }
+    return all;
+}
+
+Error Write(Volume &volume, const Enrolment &enrolment, int *object)
+{
+    return volume.WriteObject(EncodeEnrolment(enrolment), object);
+}
+
+int FirstFreeKeyslot(const Volume &volume)
+{
+    const std::vector<volume::Keyslot> used = volume.Keyslots();
+    for (int number = 0; number < volume::kMaxKeyslots; ++number) {
+        if (std::none_of(used.begin(), used.end(),
+                         [&](const volume::Keyslot &keyslot) { return keyslot.number == number; }))
+            return number;
+    }
+    return -1;
+}
+
+bool IsNamedElsewhere(const Volume &volume, int keyslot, int ours)
+{
+    const std::vector<volume::Object> objects = volume.Objects();
+    return std::any_of(objects.begin(), objects.end(), [&](const volume::Object &object) {
+        return object.number != ours &&
+               std::count(object.keyslots.begin(), object.keyslots.end(), keyslot) > 0;
+    });
+}
+
+// In no other object, and of the cost that only random secrets have: anything else is somebody else's,
+// whatever our object says.
+bool IsOurs(const Volume &volume, int number, int object)
+{
+    const std::vector<volume::Keyslot> keyslots = volume.Keyslots();
+    return !IsNamedElsewhere(volume, number, object) &&
+           std::any_of(keyslots.begin(), keyslots.end(), [&](const volume::Keyslot &keyslot) {
+               return keyslot.number == number && keyslot.cost == volume::KeyCost::ForRandomSecret();
+           });
+}
+
+Error UndoPending(Volume &volume, Found found)
+{
+    const int pending = *found.enrolment.pending;
+    if (IsOurs(volume, pending, found.object)) {
+        if (const Error error = volume.RemoveKeyslot(pending); error != Error::None)
+            return error;
+    }
+    if (found.enrolment.keyslots.empty())
+        return volume.RemoveObject(found.object);
+    found.enrolment.pending.reset();
+    return Write(volume, found.enrolment, &found.object);
+}
+
+// All but the first.
+Error RemoveFormer(Volume &volume, const std::vector<int> &keyslots, int object)
+{
+    for (std::size_t i = 1; i < keyslots.size(); ++i) {
+        if (!IsOurs(volume, keyslots[i], object))
+            continue;
+        if (const Error error = volume.RemoveKeyslot(keyslots[i]); error != Error::None)
+            return error;
+    }
+    return Error::None;
+}
+
+// One way to a secret that is kept: the keyslot, the record, the object, each known to be there before the
+// next is written.
+class SetUpRun
+{
+public:
+    SetUpRun(Volume &volume, const Identity &identity, const PublicKey &administrator)
+        : m_volume(volume)
+        , m_former(Find(volume))
+        , m_fresh{identity, administrator, {}, false, {}}
+        , m_object(m_former ? m_former->object : -1)
+    {
+    }
+
+    Error Run(const volume::Secret &volumeKey, const Keep &keep)
+    {
+        RecoverySecret secret;
+        Randomise({secret.Data(), secret.View().size()});
+        Error error = Announce();
+        if (error != Error::None)
+            return error;
+        try {
+            error = AddKeyslot(volumeKey, secret);
+            if (error == Error::None) {
+                keep(m_fresh.identity, secret);
+                error = Accept();
+            }
+        } catch (...) {
+            Undo();
+            throw;
+        }
+        if (error != Error::None)
+            Undo();
+        return error == Error::None && RemoveFormer(m_volume, m_fresh.keyslots, m_object) != Error::None
+                   ? Error::OldPasswordStays
+                   : error;
+    }
+
+private:
+    // Says which keyslot is about to be added, so that it can be found should the power go.
+    Error Announce()
+    {
+        Enrolment announced = m_former ? m_former->enrolment : m_fresh;
+        const int next = FirstFreeKeyslot(m_volume);
+        if (next < 0)
+            return Error::NoSpace;
+        announced.pending = next;
+        const std::size_t bytes = EncodeEnrolment(announced).size() + volume::kKeyslotBytes;
+        // A renewal needs its keyslot for a moment only.
+        const Error error = m_former ? Error::None : m_volume.CheckRoom({1, 1, bytes});
+        return error == Error::None ? Write(m_volume, announced, &m_object) : error;
+    }
+
+    Error AddKeyslot(const volume::Secret &volumeKey, const RecoverySecret &secret)
+    {
+        int keyslot = -1;
+        const Error error = m_volume.AddKeyslot(volumeKey, PassphraseOf(secret),
+                                                volume::KeyCost::ForRandomSecret(), &keyslot);
+        if (error == Error::None)
+            m_fresh.keyslots = {keyslot};
+        return error;
+    }
+
+    Error Accept()
+    {
+        Enrolment accepted = m_fresh;
+        if (m_former)
+            accepted.keyslots.insert(accepted.keyslots.end(), m_former->enrolment.keyslots.begin(),
+                                     m_former->enrolment.keyslots.end());
+        const Error error = Write(m_volume, accepted, &m_object);
+        if (error == Error::None)
+            m_fresh = accepted;
+        return error;
+    }
+
+    // What fails here as well, FinishPending does later.
+    void Undo()
+    {
+        for (int keyslot : m_fresh.keyslots) {
+            if (m_volume.RemoveKeyslot(keyslot) != Error::None)
+                return;
+        }
+        [[maybe_unused]] const Error error =
+            m_former ? Write(m_volume, m_former->enrolment, &m_object) : m_volume.RemoveObject(m_object);
+    }
+
+    Volume &m_volume;
+    std::optional<Found> m_former;
+    Enrolment m_fresh;
+    int m_object;
+};
+
+} // namespace
+
+std::optional<Found> Find(const Volume &volume)
+{
+    const std::vector<volume::Keyslot> keyslots = volume.Keyslots();
+    for (Found &found : FindAll(volume)) {
+        const bool usable =
+            !found.enrolment.keyslots.empty() &&
+            std::any_of(keyslots.begin(), keyslots.end(), [&](const volume::Keyslot &keyslot) {
+                return keyslot.number == found.enrolment.keyslots.front() && keyslot.opensVolume;
+            });
+        if (usable)
+            return std::move(found);
+    }
+    return std::nullopt;
+}
+
+Error SetUp(Volume &volume, const volume::Secret &volumeKey, const PublicKey &administrator, const Keep &keep)
+{
+    const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
+    if (!uuid)
+        return Error::Failed;
+    if (const Error error = FinishPending(volume); error != Error::None)
+        return error;
+    Identity identity{*uuid, {}, {}};
+    Randomise(identity.record);
+    Randomise(identity.binding);
+    return SetUpRun(volume, identity, administrator).Run(volumeKey, keep);
+}
+
+Error MarkUsed(Volume &volume, const Found &found)
+{
+    Found used = found;
+    used.enrolment.used = true;
+    return Write(volume, used.enrolment, &used.object);
+}
+
+Error FinishPending(Volume &volume)
+{
+    for (const Found &found : FindAll(volume)) {
+        const Error error = found.enrolment.pending
+                                ? UndoPending(volume, found)
+                                : RemoveFormer(volume, found.enrolment.keyslots, found.object);
+        if (error != Error::None)
+            return error;
+    }
+    return Error::None;
+}
+
+} // namespace recovery

@@ -1,0 +1,211 @@
+// Changes to users, passwords and policy on real LUKS2 files. What a loss of power leaves is in tests/admin.
+#include "scratch_volume.h"
+#include "test_main.h"
+
+using volume::Error;
+
+namespace {
+
+const volume::UserName kAnna{"", "anna"};
+const volume::UserName kBoris{"OFFICE", "boris"};
+const volume::KeyCost kCost = volume::KeyCost::ForRandomSecret();
+
+Error Login(const ScratchVolume &scratch, const volume::UserName &name, std::string_view password)
+{
+    return scratch.Open()->Login(name, MakeSecret(password), nullptr);
+}
+
+// An opened volume and its key.
+struct Opened
+{
+    explicit Opened(const ScratchVolume &scratch)
+        : volume(scratch.Open())
+    {
+        if (volume->Authorise(MakeSecret(ScratchVolume::kPassword), &key) != Error::None)
+            qFatal("not authorised");
+    }
+    Error Replace(const volume::UserName &name, std::string_view password,
+                  volume::WhenFull whenFull = volume::WhenFull::Refuse)
+    {
+        return volume->ReplacePassword(name, key, MakeSecret(password), kCost, whenFull);
+    }
+    Error Add(const volume::UserName &name, std::string_view password)
+    {
+        return volume->AddUser(name, key, MakeSecret(password), kCost);
+    }
+    // As another program would write it. The parts are JSON.
+    bool WriteObject(const std::string &type, const std::string &keyslots, const std::string &filler) const
+    {
+        int number = -1;
+        const std::string json =
+            "{\"type\":\"" + type + "\",\"keyslots\":[" + keyslots + "],\"filler\":\"" + filler + "\"}";
+        return volume->WriteObject(json, &number) == Error::None;
+    }
+    std::unique_ptr<volume::Volume> volume;
+    volume::Secret key;
+};
+
+} // namespace
+
+class VolumeChangesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aPasswordIsReplaced()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        QCOMPARE(opened.Replace(kAnna, "new one"), Error::None);
+        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::WrongPassword);
+        QCOMPARE(Login(scratch, kAnna, "new one"), Error::None);
+        QCOMPARE(Login(scratch, kBoris, ScratchVolume::kOtherPassword), Error::None);
+        const volume::User anna = scratch.Open()->FindUser(kAnna).value();
+        QVERIFY(anna.keyslots.size() == 1 && !anna.pending && !anna.isNew && anna.changed);
+        QCOMPARE(opened.volume->Keyslots().size(), 2u);
+
+        QCOMPARE(opened.Replace({"", "carl"}, "x"), Error::NoUser);
+        opened.key.Buffer()[0] ^= 1; // not the volume's key any more
+        QCOMPARE(opened.Replace(kAnna, "x", volume::WhenFull::DropOld), Error::WrongPassword);
+        QCOMPARE(Login(scratch, kAnna, "new one"), Error::None);
+        QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
+    }
+
+    // Two views of one header, as two programs have them: the second one looks anew before it writes.
+    void aChangeStartsFromWhatTheHeaderHoldsNow()
+    {
+        const ScratchVolume scratch;
+        Opened first(scratch);
+        Opened second(scratch);
+        QCOMPARE(first.Add({"", "carl"}, "c"), Error::None);
+        QCOMPARE(second.Add({"", "dora"}, "d"), Error::None);
+        QCOMPARE(second.Add({"", "carl"}, "e"), Error::UserExists);
+        QCOMPARE(Login(scratch, {"", "carl"}, "c"), Error::None);
+        QCOMPARE(Login(scratch, {"", "dora"}, "d"), Error::None);
+        {
+            volume::WriteLock lock;
+            QCOMPARE(lock.Take(scratch.Path()), Error::None);
+            QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+            QCOMPARE(first.Add({"", "emil"}, "e"), Error::Busy);
+        }
+        QCOMPARE(first.Add({"", "emil"}, "e"), Error::None);
+    }
+
+    void aFullHeader()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        const std::string longName(256, '"'); // takes the most when it is written
+        Error error = Error::None;
+        for (int i = 0; error == Error::None; ++i)
+            error = opened.Add({longName, std::to_string(i)}, "p");
+        QCOMPARE(error, Error::NoSpace);
+        QCOMPARE(opened.volume->Users().size(), 31u);
+        QVERIFY(volume::Fits(volume::kReserve, opened.volume->RoomLeft()));
+        QCOMPARE(opened.Replace({longName, "28"}, "new"), Error::None);
+        QCOMPARE(Login(scratch, {longName, "28"}, "new"), Error::None);
+
+        // Another tool takes the last keyslot.
+        int keyslot = -1;
+        QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("r"), kCost, &keyslot), Error::None);
+        QCOMPARE(opened.Replace(kAnna, "new"), Error::NoSpace);
+        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+        QCOMPARE(opened.Replace(kAnna, "new", volume::WhenFull::DropOld), Error::None);
+        QCOMPARE(Login(scratch, kAnna, "new"), Error::None);
+        QVERIFY(Login(scratch, kAnna, ScratchVolume::kPassword) == Error::WrongPassword);
+    }
+
+    // The default header has 12 KiB for its text, and objects that fill it may be anybody's.
+    void aHeaderFullOfText()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        QVERIFY(opened.WriteObject("x", "", std::string(opened.volume->RoomLeft().bytes - 1300, 'x')));
+        QCOMPARE(opened.Add({"", "carl"}, "c"), Error::NoSpace);
+        QCOMPARE(opened.Replace(kAnna, "new"), Error::None);
+        QVERIFY(opened.WriteObject("x", "", std::string(1150, 'x')));
+        QCOMPARE(opened.Replace(kAnna, "newer"), Error::NoSpace);
+        QCOMPARE(Login(scratch, kAnna, "new"), Error::None);
+        QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
+        QCOMPARE(opened.volume->Keyslots().size(), 2u);
+    }
+
+    void theLastWayInStays()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        int recovery = -1;
+        int foreign = -1;
+        QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("r"), kCost, &recovery), Error::None);
+        QVERIFY(opened.WriteObject("pba-recovery", '"' + std::to_string(recovery) + '"', ""));
+        QCOMPARE(opened.volume->RemoveUser(kBoris), Error::None);
+        QCOMPARE(Login(scratch, kBoris, ScratchVolume::kOtherPassword), Error::WrongPassword);
+        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::LastWayIn);
+        QCOMPARE(opened.volume->RemoveKeyslot(0), Error::LastWayIn);
+        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+        // A passphrase of another tool is a way in.
+        QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("f"), kCost, &foreign), Error::None);
+        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::None);
+        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::NoUser);
+        QCOMPARE(opened.volume->RemoveKeyslot(recovery), Error::None);
+        QCOMPARE(opened.volume->OpenKeyslot(foreign, MakeSecret("f"), nullptr), Error::None);
+    }
+
+    // Another tool took the number that a change had in mind before the power went.
+    void aForeignKeyslotIsNoPendingOne()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        volume::User anna = opened.volume->FindUser(kAnna).value();
+        anna.pending = 2;
+        QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(anna), &anna.object), Error::None);
+        int keyslot = -1;
+        QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("rescue"), volume::KeyCost::ForPassword(1),
+                                           &keyslot),
+                 Error::None);
+        QCOMPARE(keyslot, 2);
+        QCOMPARE(opened.volume->FinishPending(), Error::None);
+        QVERIFY(!opened.volume->FindUser(kAnna)->pending);
+        QCOMPARE(opened.volume->OpenKeyslot(2, MakeSecret("rescue"), nullptr), Error::None);
+        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+    }
+
+    void thePolicy()
+    {
+        const ScratchVolume scratch;
+        Opened opened(scratch);
+        volume::Policy policy;
+        QCOMPARE(opened.volume->GetPolicy(), policy);
+        const auto check = [&](std::string_view password) {
+            return opened.volume->CheckNewPassword(kAnna, MakeSecret(password));
+        };
+        QCOMPARE(check("1234567"), Error::PasswordTooShort);
+        QCOMPARE(check("12345678"), Error::None);
+        QCOMPARE(check("\u00e4\u00e4\u00e4\u00e4"), Error::PasswordTooShort); // characters count, not bytes
+        QCOMPARE(check(ScratchVolume::kPassword), Error::PasswordUnchanged);
+
+        policy = {1, false, 30, false, 2, 0};
+        QCOMPARE(opened.volume->SetPolicy(policy), Error::None);
+        QCOMPARE(opened.volume->SetPolicy(policy), Error::None); // the second takes the place of the first
+        QCOMPARE(scratch.Open()->GetPolicy(), policy);
+        QCOMPARE(opened.volume->Objects(volume::kPolicyObjectType).size(), 1u);
+        QCOMPARE(check(ScratchVolume::kPassword), Error::None);
+
+        constexpr std::int64_t kDay = 24 * 60 * 60;
+        volume::User user{kAnna, {}};
+        QVERIFY(volume::HasExpired(policy, user, kDay));
+        user.changed = 100 * kDay;
+        QVERIFY(!volume::HasExpired(policy, user, 130 * kDay - 1));
+        QVERIFY(volume::HasExpired(policy, user, 130 * kDay));
+        QVERIFY(!volume::HasExpired({}, user, 9999 * kDay));
+        const auto odd = volume::DecodePolicy(
+            R"({"type":"pba-policy","minimumLength":128,"delaySeconds":-1,"notOldPassword":0,"expiryDays":9})");
+        QVERIFY(odd && odd->minimumLength == 8 && odd->delaySeconds == 30 && odd->notOldPassword);
+        QCOMPARE(odd->expiryDays, 9u);
+        QVERIFY(!volume::DecodePolicy("[]") && !volume::DecodePolicy(R"({"type":"pba-user"})"));
+    }
+};
+
+PBA_REGISTER_TEST(VolumeChangesTest);
+
+#include "tst_volume_changes.moc"

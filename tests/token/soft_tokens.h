@@ -1,0 +1,64 @@
+// Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
+#pragma once
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "run_program.h"
+
+class SoftTokens
+{
+public:
+    static constexpr char kPin[] = "7315";
+
+    // Two with RSA keys, "Anna" and "Boris", and "Curve" with one of an elliptic curve.
+    SoftTokens()
+    {
+        qputenv("SOFTHSM2_CONF", m_directory.filePath("softhsm2.conf").toUtf8());
+        qputenv("TOKEN_PROXY", ControlFile().toUtf8());
+        for (const char *token : {"Anna", "Boris", "Curve"}) {
+            const QString kind = token == QByteArray("Curve") ? "ec" : "rsa";
+            if (Run(SOFT_TOKEN, {m_directory.path(), token, kPin, kind}).exitCode != 0)
+                qFatal("no token");
+        }
+    }
+
+    // Lines for the proxy, in the place of those before.
+    void Do(const QByteArray &lines)
+    {
+        QFile file(ControlFile());
+        if (!file.open(QFile::WriteOnly | QFile::Truncate) || file.write(lines + "\n") < 0)
+            qFatal("no control file");
+    }
+
+    // The logins since the last question.
+    QByteArray TakeLogins()
+    {
+        QFile file(ControlFile() + ".log");
+        const QByteArray logins = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+        file.remove();
+        return logins;
+    }
+
+    void EnrollByStandardTool(const QString &label, const QString &volume, const QByteArray &password) const
+    {
+        QFile file(m_directory.filePath("password"));
+        if (!file.open(QFile::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+            qFatal("no file for the password");
+        file.write(password);
+        file.close();
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("PIN", kPin); // the only way that it takes one without a terminal
+        tool.setProcessEnvironment(environment);
+        tool.start("systemd-cryptenroll", {"--unlock-key-file=" + file.fileName(),
+                                           "--pkcs11-token-uri=pkcs11:token=" + label, volume});
+        if (!tool.waitForFinished(60000) || tool.exitCode() != 0)
+            qFatal("%s", tool.readAllStandardError().constData());
+    }
+
+private:
+    QString ControlFile() const { return m_directory.filePath("control"); }
+
+    QTemporaryDir m_directory;
+};

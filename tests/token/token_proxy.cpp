@@ -1,0 +1,170 @@
+// A PKCS#11 module before SoftHSM's, whose tokens can be neither pulled out nor locked. It does what the
+// lines of the file TOKEN_PROXY say, read anew with each call: a word, and the label of the token that it is
+// about.
+//
+//   hide A          the token is not there
+//   flag A N        flags of the token, a number; what it says of tries that are left counts only here
+//   label A B       it calls itself B
+//   pad A PIN       its PIN is typed at the reader; this is what the person types there
+//   pull-at-login A, pull-at-decrypt A    it is pulled out in the middle
+//   dead            no slot answers
+//
+// Each login is a line of the file TOKEN_PROXY.log: the label, and whether a PIN came with it.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <p11-kit/pkcs11.h>
+
+namespace {
+
+CK_FUNCTION_LIST *s_real = nullptr;
+CK_FUNCTION_LIST s_proxy;
+std::map<CK_SESSION_HANDLE, CK_SLOT_ID> s_sessions;
+std::set<std::string> s_pulled;
+
+std::string ControlFile()
+{
+    const char *path = std::getenv("TOKEN_PROXY");
+    return path ? path : "";
+}
+
+// What follows the word and the label; null when there is no such line.
+const std::string *Find(const std::string &word, const std::string &label)
+{
+    static std::string rest;
+    std::ifstream file(ControlFile());
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream stream(line);
+        std::string itsWord, itsLabel;
+        stream >> itsWord >> itsLabel >> std::ws;
+        rest.clear();
+        std::getline(stream, rest);
+        if (itsWord == word && itsLabel == label)
+            return &rest;
+    }
+    return nullptr;
+}
+
+std::string RealLabel(CK_SLOT_ID slot)
+{
+    CK_TOKEN_INFO info;
+    if (s_real->C_GetTokenInfo(slot, &info) != CKR_OK)
+        return {};
+    const std::string label(reinterpret_cast<const char *>(info.label), sizeof info.label);
+    return label.substr(0, label.find_last_not_of(' ') + 1);
+}
+
+bool IsThere(CK_SLOT_ID slot)
+{
+    const std::string label = RealLabel(slot);
+    if (!Find("pull-at-login", label) && !Find("pull-at-decrypt", label))
+        s_pulled.erase(label);
+    return !label.empty() && !Find("hide", label) && s_pulled.count(label) == 0;
+}
+
+// Whether the token leaves just now.
+bool Leaves(const char *when, CK_SLOT_ID slot)
+{
+    return Find(when, RealLabel(slot)) && s_pulled.insert(RealLabel(slot)).second;
+}
+
+CK_RV GetSlotList(CK_BBOOL, CK_SLOT_ID *slots, CK_ULONG *count)
+{
+    if (Find("dead", ""))
+        return CKR_GENERAL_ERROR;
+    CK_ULONG real = 0;
+    CK_RV result = s_real->C_GetSlotList(CK_TRUE, nullptr, &real);
+    std::vector<CK_SLOT_ID> there(real);
+    if (result == CKR_OK)
+        result = s_real->C_GetSlotList(CK_TRUE, there.data(), &real);
+    if (result != CKR_OK)
+        return result;
+    std::erase_if(there, [](CK_SLOT_ID slot) { return !IsThere(slot); });
+    const bool fits = !slots || there.size() <= *count;
+    *count = there.size();
+    if (slots && fits)
+        std::copy(there.begin(), there.end(), slots);
+    return fits ? CKR_OK : CKR_BUFFER_TOO_SMALL;
+}
+
+CK_RV GetTokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
+{
+    if (!IsThere(slot))
+        return CKR_TOKEN_NOT_PRESENT;
+    const CK_RV result = s_real->C_GetTokenInfo(slot, info);
+    const std::string label = RealLabel(slot);
+    info->flags &= ~CK_FLAGS{CKF_USER_PIN_COUNT_LOW | CKF_USER_PIN_FINAL_TRY | CKF_USER_PIN_LOCKED};
+    if (const std::string *flags = Find("flag", label))
+        info->flags |= std::stoul(*flags, nullptr, 0);
+    if (Find("pad", label))
+        info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
+    if (const std::string *other = Find("label", label)) {
+        std::memset(info->label, ' ', sizeof info->label);
+        std::memcpy(info->label, other->data(), std::min(other->size(), sizeof info->label));
+    }
+    return result;
+}
+
+CK_RV OpenSession(CK_SLOT_ID slot, CK_FLAGS flags, void *application, CK_NOTIFY notify,
+                  CK_SESSION_HANDLE *session)
+{
+    if (!IsThere(slot))
+        return CKR_TOKEN_NOT_PRESENT;
+    const CK_RV result = s_real->C_OpenSession(slot, flags, application, notify, session);
+    if (result == CKR_OK)
+        s_sessions[*session] = slot;
+    return result;
+}
+
+CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK_ULONG length)
+{
+    const CK_SLOT_ID slot = s_sessions[session];
+    const std::string label = RealLabel(slot);
+    std::ofstream(ControlFile() + ".log", std::ios::app)
+        << label << (pin ? " with PIN\n" : " at the reader\n");
+    if (Leaves("pull-at-login", slot))
+        return CKR_DEVICE_REMOVED;
+    if (const std::string *typed = Find("pad", label)) {
+        std::string typedPin = *typed;
+        return pin ? CKR_ARGUMENTS_BAD
+                   : s_real->C_Login(session, user, reinterpret_cast<unsigned char *>(typedPin.data()),
+                                     typedPin.size());
+    }
+    return s_real->C_Login(session, user, pin, length);
+}
+
+CK_RV Decrypt(CK_SESSION_HANDLE session, unsigned char *encrypted, CK_ULONG encryptedLength,
+              unsigned char *plain, CK_ULONG *length)
+{
+    if (Leaves("pull-at-decrypt", s_sessions[session]))
+        return CKR_GENERAL_ERROR;
+    return s_real->C_Decrypt(session, encrypted, encryptedLength, plain, length);
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUNCTION_LIST **list)
+{
+    void *library = dlopen("/usr/lib/softhsm/libsofthsm2.so", RTLD_NOW | RTLD_LOCAL);
+    const auto get =
+        library ? reinterpret_cast<CK_C_GetFunctionList>(dlsym(library, "C_GetFunctionList")) : nullptr;
+    if (!get || get(&s_real) != CKR_OK)
+        return CKR_GENERAL_ERROR;
+    s_proxy = *s_real;
+    s_proxy.C_GetFunctionList = C_GetFunctionList;
+    s_proxy.C_GetSlotList = GetSlotList;
+    s_proxy.C_GetTokenInfo = GetTokenInfo;
+    s_proxy.C_OpenSession = OpenSession;
+    s_proxy.C_Login = Login;
+    s_proxy.C_Decrypt = Decrypt;
+    *list = &s_proxy;
+    return CKR_OK;
+}

@@ -1,0 +1,122 @@
+// Tokens as an administrator enrols them, here and with the standard tool.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "scratch_volume.h"
+#include "soft_tokens.h"
+#include "test_main.h"
+
+class TokenCommandsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_tokens.Do(""); }
+
+    // A new user without a password, whose token the standard tool takes, too; and everything goes again.
+    void addListAndRemove()
+    {
+        const QStringList user{"--user", "J\u00fcrgen", "--domain", "OFFICE"};
+        const Outcome added = Admin("add", m_boris + user, kAuthorised);
+        QVERIFY2(added.exitCode == 0 && added.output.isEmpty() && added.errors.isEmpty(), added.errors);
+        const QJsonObject token = List()[0].toObject();
+        QCOMPARE(token["user"].toString(), "J\u00fcrgen");
+        QCOMPARE(token["domain"].toString(), "OFFICE");
+        QCOMPARE(token["connected"].toBool(), true);
+        QVERIFY(token["uri"].toString().contains(";id=%01"));
+        const QStringList open{"open",         "--test-passphrase", "--token-only",
+                               "--token-type", "systemd-pkcs11",    Volume()};
+        QCOMPARE(RunStandardTool(open, QByteArray(SoftTokens::kPin) + "\n").exitCode, 0);
+        QVERIFY(RunStandardTool(open, "1111\n").exitCode != 0);
+
+        CompareFailure(Admin("add", m_boris + user, kAuthorised), 1, "enrolled already, for keyslot 2");
+        CompareFailure(Admin("remove", {"--keyslot", "0"}), 1, "keyslot 0 is no token's");
+        QCOMPARE(m_scratch.Open()->Users().size(), 3u);
+        QCOMPARE(Admin("remove", {"--keyslot", "2"}).errors, QByteArray());
+        QCOMPARE(List(), QJsonArray());
+        QCOMPARE(m_scratch.Open()->Users().size(), 2u);
+        QCOMPARE(m_scratch.Open()->Objects().size(), 2u);
+    }
+
+    void anEnrolmentOfTheStandardTool()
+    {
+        m_tokens.EnrollByStandardTool("Anna", Volume(), ScratchVolume::kPassword);
+        const QJsonObject token = List()[0].toObject();
+        QCOMPARE(token["user"].toString(), QString());
+        QVERIFY(token["connected"].toBool());
+        CompareFailure(
+            Admin("add", QStringList{"--token", "pkcs11:token=Anna", "--user", "anna"}, kAuthorised), 1,
+            "enrolled already");
+        QCOMPARE(Admin("remove", {"--keyslot", QString::number(token["keyslots"][0].toInt())}).exitCode, 0);
+        QCOMPARE(List(), QJsonArray());
+    }
+
+    void refusals_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<int>("exitCode");
+        const auto row = [](const char *says, const char *uri, const char *user, const QByteArray &input,
+                            int exitCode) {
+            QTest::newRow(says) << QStringList{"--token", uri, "--user", user} << input << exitCode;
+        };
+        row("not a PKCS#11 URI", "Anna", "anna", kAuthorised, 2);
+        row("leave the PIN out", "pkcs11:token=Anna?pin-value=7315", "anna", kAuthorised, 2);
+        row("name is empty", "pkcs11:token=Anna", "", kAuthorised, 2);
+        row("no connected token", "pkcs11:token=Nobody", "anna", kAuthorised, 1);
+        row("means several", "pkcs11:", "anna", kAuthorised, 1);
+        row("wrong password", "pkcs11:token=Boris", "anna", "no\n7315\n", 1);
+        row("wrong PIN", "pkcs11:token=Boris", "anna", QByteArray(ScratchVolume::kPassword) + "\n1111\n", 1);
+        row("no key that fits", "pkcs11:token=Curve", "anna", kAuthorised, 1);
+        row("no key that fits ", "pkcs11:token=Boris;id=%02", "anna", kAuthorised, 1);
+        row("input ended", "pkcs11:token=Boris", "anna", QByteArray(ScratchVolume::kPassword) + "\n", 1);
+    }
+    void refusals()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, input);
+        QFETCH(int, exitCode);
+        CompareFailure(Admin("add", arguments, input), exitCode,
+                       QByteArray(QTest::currentDataTag()).trimmed());
+        QCOMPARE(m_scratch.Open()->Keyslots().size(), 2u);
+        QCOMPARE(m_scratch.Open()->Objects().size(), 2u);
+    }
+
+    // The last one: the volume keeps one user.
+    void aUserGoesWithTheToken()
+    {
+        QCOMPARE(Admin("add", m_boris + QStringList{"--user", "boris", "--domain", "OFFICE"}, kAuthorised)
+                     .exitCode,
+                 0);
+        const QStringList remove{"user",     "remove", "--volume", Volume(),
+                                 "--domain", "OFFICE", "boris",    "--password-stdin"};
+        QCOMPARE(Run(PBA_ADMIN, remove, QByteArray(ScratchVolume::kPassword) + "\n").errors, QByteArray());
+        QCOMPARE(List(), QJsonArray());
+        QCOMPARE(m_scratch.Open()->Keyslots().size(), 1u);
+        QCOMPARE(m_scratch.Open()->Objects().size(), 1u);
+    }
+
+private:
+    Outcome Admin(const QString &command, const QStringList &arguments, const QByteArray &input = {}) const
+    {
+        QStringList all{"token", command, "--volume", Volume()};
+        if (command != "remove")
+            all += {"--pkcs11-module", TOKEN_PROXY};
+        if (command == "add")
+            all += "--password-stdin";
+        return Run(PBA_ADMIN, all + arguments, input);
+    }
+    QJsonArray List() const { return QJsonDocument::fromJson(Admin("list", {"--json"}).output).array(); }
+    QString Volume() const { return QString::fromStdString(m_scratch.Path()); }
+
+    static inline const QByteArray kAuthorised =
+        QByteArray(ScratchVolume::kPassword) + "\n" + SoftTokens::kPin + "\n";
+    const QStringList m_boris{"--token", "pkcs11:token=Boris"};
+    SoftTokens m_tokens;
+    ScratchVolume m_scratch;
+};
+
+PBA_REGISTER_TEST(TokenCommandsTest);
+
+#include "tst_token_commands.moc"
