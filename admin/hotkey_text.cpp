@@ -1,6 +1,7 @@
 #include "hotkey_text.h"
 
 #include <charconv>
+#include <cstdio>
 
 namespace admin {
 namespace {
@@ -58,7 +59,34 @@ std::optional<std::uint16_t> ParseKey(std::string_view name)
     return number ? std::optional(static_cast<std::uint16_t>(*number)) : std::nullopt;
 }
 
+std::string FormatKey(std::uint16_t key)
+{
+    for (const NamedKey &named : kNamedKeys) {
+        if (named.key == key)
+            return std::string(named.name);
+    }
+    if ((key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z'))
+        return std::string(1, static_cast<char>(key));
+    if (key >= kFirstFunctionKey && key < kFirstFunctionKey + kFunctionKeys)
+        return "F" + std::to_string(key - kFirstFunctionKey + 1);
+    char code[8];
+    std::snprintf(code, sizeof code, "0x%02X", key);
+    return code;
+}
+
 } // namespace
+
+std::string FormatHotkey(const pba::Hotkey &hotkey)
+{
+    if (hotkey.key == 0)
+        return "none";
+    std::string text;
+    for (const NamedKey &named : kNamedKeys) {
+        if (hotkey.modifiers & named.modifier)
+            text += std::string(named.name) + "+";
+    }
+    return text + FormatKey(hotkey.key);
+}
 
 std::optional<pba::Hotkey> ParseHotkey(std::string_view text)
 {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "settings/settings_record.h"
@@ -11,5 +12,8 @@ namespace admin {
 
 // Nothing when `text` is not a hot key. "none" is the hot key with key 0.
 std::optional<pba::Hotkey> ParseHotkey(std::string_view text);
+
+// Bits of the modifiers that mean nothing are left out.
+std::string FormatHotkey(const pba::Hotkey &hotkey);
 
 } // namespace admin

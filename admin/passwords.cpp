@@ -12,6 +12,7 @@ namespace {
 
 // The fields of the view take no more.
 constexpr std::size_t kMaxNewPasswordUnits = 127;
+constexpr std::size_t kMinPassphraseUnits = 12;
 
 bool IsControlCharacter(char c)
 {
@@ -51,6 +52,11 @@ volume::Secret PasswordSource::Existing() const
     return Read("Existing password of the volume: ");
 }
 
+volume::Secret PasswordSource::Pin() const
+{
+    return Read("PIN of the token: ");
+}
+
 volume::Secret PasswordSource::New() const
 {
     volume::Secret password = Read("New password: ");
@@ -58,6 +64,22 @@ volume::Secret PasswordSource::New() const
     if (!m_fromStandardInput && Read("New password again: ").View() != password.View())
         throw Failure("the two passwords differ; nothing was changed");
     return password;
+}
+
+volume::Secret PasswordSource::Passphrase() const
+{
+    return Read("Passphrase of the administrator's key: ");
+}
+
+volume::Secret PasswordSource::NewPassphrase() const
+{
+    volume::Secret passphrase = Read("New passphrase: ");
+    if (volume::Utf16Length(passphrase.View()).value_or(0) < kMinPassphraseUnits)
+        throw Failure("the passphrase must be UTF-8 text of at least 12 characters; it guards every computer "
+                      "that is enrolled with the key");
+    if (!m_fromStandardInput && Read("New passphrase again: ").View() != passphrase.View())
+        throw Failure("the two passphrases differ; nothing was changed");
+    return passphrase;
 }
 
 } // namespace admin

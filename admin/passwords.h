@@ -17,6 +17,12 @@ public:
     volume::Secret Existing() const;
     // One that a person will have to type at the login page; asked twice at the terminal. Throws Failure.
     volume::Secret New() const;
+    // Of a token: any bytes.
+    volume::Secret Pin() const;
+
+    // Of the administrator's key.
+    volume::Secret Passphrase() const;
+    volume::Secret NewPassphrase() const;
 
 private:
     volume::Secret Read(const char *prompt) const;

@@ -68,6 +68,16 @@ ScratchFile::~ScratchFile()
         unlink(m_path.c_str());
 }
 
+void ScratchFile::Write(std::string_view bytes) const
+{
+    while (!bytes.empty()) {
+        const ssize_t count = write(m_file, bytes.data(), bytes.size());
+        if (count <= 0)
+            Fail("cannot be written");
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
 void ScratchFile::FinishNew()
 {
     Synchronise();

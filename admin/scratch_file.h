@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace admin {
 
@@ -17,6 +18,7 @@ public:
 
     const std::string &Path() const { return m_path; }
     int File() const { return m_file; }
+    void Write(std::string_view bytes) const;
 
     // Gives the file its final name, on the disk for good: never over an existing file, or in its place.
     void FinishNew();

@@ -183,7 +183,7 @@ pba::InputLanguage ReadLanguage(const Node &node)
 
 pba::ConstantSettingsRecord ReadRecord(const Node &node)
 {
-    pba::ConstantSettingsRecord record;
+    pba::ConstantSettingsRecord record = DefaultSettings();
     if (!node.IsObjectOf({"hostName", "inputLanguages", "languageSwitchHotkey", "keyboardLayoutSwitchHotkey",
                           "capsLockTurnOffHotkey"}))
         return record;
@@ -194,9 +194,12 @@ pba::ConstantSettingsRecord ReadRecord(const Node &node)
         for (const Node &language : member->Elements())
             settings.inputLanguages.push_back(ReadLanguage(language));
     }
-    settings.languageSwitchHotkey = HotkeyMember(node, "languageSwitchHotkey", kLanguageSwitch);
-    settings.keyboardLayoutSwitchHotkey = HotkeyMember(node, "keyboardLayoutSwitchHotkey", kLayoutSwitch);
-    settings.capsLockTurnOffHotkey = HotkeyMember(node, "capsLockTurnOffHotkey", kCapsLockTurnOff);
+    settings.languageSwitchHotkey =
+        HotkeyMember(node, "languageSwitchHotkey", settings.languageSwitchHotkey);
+    settings.keyboardLayoutSwitchHotkey =
+        HotkeyMember(node, "keyboardLayoutSwitchHotkey", settings.keyboardLayoutSwitchHotkey);
+    settings.capsLockTurnOffHotkey =
+        HotkeyMember(node, "capsLockTurnOffHotkey", settings.capsLockTurnOffHotkey);
     return record;
 }
 
@@ -234,6 +237,15 @@ std::string DescribePlace(const std::string &text, std::size_t byte)
 }
 
 } // namespace
+
+pba::ConstantSettingsRecord DefaultSettings()
+{
+    pba::ConstantSettingsRecord record;
+    record.prebootSettings.languageSwitchHotkey = kLanguageSwitch;
+    record.prebootSettings.keyboardLayoutSwitchHotkey = kLayoutSwitch;
+    record.prebootSettings.capsLockTurnOffHotkey = kCapsLockTurnOff;
+    return record;
+}
 
 std::optional<pba::ConstantSettingsRecord> ReadSettings(const std::string &text,
                                                         std::vector<std::string> *faults)

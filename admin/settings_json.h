@@ -13,4 +13,10 @@ namespace admin {
 std::optional<pba::ConstantSettingsRecord> ReadSettings(const std::string &json,
                                                         std::vector<std::string> *faults);
 
+// Without host name and languages; the hot keys that a JSON without them has.
+pba::ConstantSettingsRecord DefaultSettings();
+
+// With a line break at its end.
+std::string WriteSettings(const pba::ConstantSettingsRecord &record);
+
 } // namespace admin

@@ -14,9 +14,9 @@ private slots:
     {
         QTest::addColumn<QByteArrayList>("typed");
         QTest::addColumn<QByteArray>("ends");
-        QTest::newRow("another") << QByteArrayList{"Oops 1\n", "Oops 2\n"} << QByteArray("ends with 1");
-        QTest::newRow("interrupted") << QByteArrayList{"Oops 1\n", "Oops\x03"} << QByteArray("ends with 130");
-        QTest::newRow("the same") << QByteArrayList{"Oops 1\n", "Oops 1\n"} << QByteArray("ends with 0");
+        QTest::newRow("another") << QByteArrayList{"Oops one\n", "Oops two\n"} << QByteArray("ends with 1");
+        QTest::newRow("interrupted") << QByteArrayList{"Oops one\n", "Oops\x03"} << QByteArray("ends with 130");
+        QTest::newRow("the same") << QByteArrayList{"Oops one\n", "Oops one\n"} << QByteArray("ends with 0");
     }
     void theNewPasswordIsAskedTwice()
     {

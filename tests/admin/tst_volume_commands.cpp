@@ -2,6 +2,7 @@
 #include <csignal>
 #include <unistd.h>
 
+#include <QDateTime>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -30,13 +31,16 @@ private slots:
         QVERIFY(Opens(m_volume, "green quill 7") && !Opens(m_volume, "green quill 7\n"));
         const QJsonObject user{
             {"type", "pba-user"}, {"keyslots", QJsonArray{"0"}}, {"domain", "B\u00fcro"}, {"user", "anna"}};
-        QCOMPARE(Header()["tokens"].toObject()["0"].toObject(), user);
+        QJsonObject found = Header()["tokens"].toObject()["0"].toObject();
+        QVERIFY(qAbs(found.take("changed").toInteger() - QDateTime::currentSecsSinceEpoch()) < 3600);
+        QCOMPARE(found, user);
         QCOMPARE(Header()["config"].toObject()["json_size"].toString(), "61440");
     }
 
     void anotherUserCostsTheSame()
     {
-        const Outcome added = Run(PBA_ADMIN, Add(m_volume, "boris"), "green quill 7\r\npaper boat\r\n");
+        const Outcome added =
+            Run(PBA_ADMIN, User("add", m_volume, "boris"), "green quill 7\r\npaper boat\r\n");
         QCOMPARE(added.errors, QByteArray());
         QVERIFY(Opens(m_volume, "paper boat"));
         const QJsonObject keyslots = Header()["keyslots"].toObject();
@@ -56,9 +60,38 @@ private slots:
         const QStringList format{"luksFormat", "-q", "--pbkdf", "pbkdf2", "--pbkdf-force-iterations",
                                  "1000",       path, "-"};
         QCOMPARE(RunStandardTool(format, "master").exitCode, 0);
-        const QStringList add = Add(path, "anna") + QStringList{"--iter-time", "1"};
-        QCOMPARE(Run(PBA_ADMIN, add, "master\nnew\n").errors, QByteArray());
-        QVERIFY(Opens(path, "master") && Opens(path, "new"));
+        const QStringList annas = User("add", path, "anna") + QStringList{"--iter-time", "1"};
+        QCOMPARE(Run(PBA_ADMIN, annas, "master\nfirst one\n").errors, QByteArray());
+        QVERIFY(Opens(path, "master") && Opens(path, "first one"));
+        QCOMPARE(Run(PBA_ADMIN, User("passwd", path, "anna"), "first one\nsecond one\n").errors,
+                 QByteArray());
+        QVERIFY(Opens(path, "master") && !Opens(path, "first one") && Opens(path, "second one"));
+
+        const QJsonObject info = Report({"volume", "info", path}).object();
+        const QJsonArray keyslots = info["keyslots"].toArray();
+        QCOMPARE(keyslots[0]["purpose"].toString() + " " + keyslots[1]["purpose"].toString(), "other user");
+        QCOMPARE(info["users"].toArray(), Report({"user", "list", "--volume", path}).array());
+        QCOMPARE(info["room"]["keyslots"].toInt(), 30);
+
+        CompareFailure(Run(PBA_ADMIN, User("remove", path, "anna"), "second one\n"), 1, "one that stays");
+        QCOMPARE(Run(PBA_ADMIN, User("remove", path, "anna"), "master\n").errors, QByteArray());
+        QVERIFY(Opens(path, "master") && !Opens(path, "second one"));
+        QCOMPARE(Report({"user", "list", "--volume", path}).array(), QJsonArray());
+    }
+
+    void thePolicy()
+    {
+        const QStringList volume{"--volume", m_volume};
+        QJsonObject policy = Report(QStringList{"policy", "show"} + volume).object();
+        const QStringList set =
+            QStringList{"policy", "set", "--expiry-days", "90", "--autologon", "no"} + volume;
+        QCOMPARE(Run(PBA_ADMIN, set).errors, QByteArray());
+        policy["expiryDays"] = 90;
+        policy["autologonAllowed"] = false;
+        QCOMPARE(Report(QStringList{"policy", "show"} + volume).object(), policy);
+        CompareFailure(Run(PBA_ADMIN, QStringList{"policy", "set"} + volume), 2, "nothing to set");
+        for (const char *option : {"--minimum-length=0", "--autologon=maybe", "--delay-seconds=99999"})
+            CompareFailure(Run(PBA_ADMIN, QStringList{"policy", "set", option} + volume), 2, "--");
     }
 
     void refusals_data()
@@ -75,7 +108,12 @@ private slots:
             row(size, Create(path, size + 7), "good", 2);
         row("minimum is 17M", Create(path, "16M"), "good", 2);
         row("multiple of 4K", Create(path, "20481K"), "good", 2);
-        row("that large", Create(path, "8000000000G"), "good", 1);
+        row("that large", Create(path, "8000000000G"), "good enough", 1);
+        row("policy asks for at least 8 characters", User("passwd", m_volume, "boris"),
+            "paper boat\nshorter\n", 1);
+        row("is the old one", User("passwd", m_volume, "boris"), "green quill 7\npaper boat\n", 1);
+        row("no such user", User("passwd", m_volume, "anna"), "green quill 7\npaper ship\n", 1);
+        row("no such user; check", User("remove", m_volume, "carl"), "green quill 7\n", 1);
         row("name is empty", Create(path, "20M", ""), "good", 2);
         row("control characters", Create(path, "20M", "a\nb"), "good", 2);
         row("256 bytes", Create(path, "20M", QString(257, 'x')), "good", 2);
@@ -85,9 +123,11 @@ private slots:
         row("512 bytes", Create(path), QByteArray(513, 'x'), 1);
         row("must be UTF-8 text", Create(path), "\xff", 1);
         row(".img: exists already", Create(m_volume), "good", 1);
-        row("user exists already", Add(m_volume, "anna") + QStringList{"--domain", "B\u00fcro"}, "good", 1);
-        row("wrong password", Add(m_volume, "carl"), "no\nnew\n", 1);
-        row("ended where a password", Add(m_volume, "carl"), "green quill 7\n", 1);
+        row("user exists already", User("add", m_volume, "anna") + QStringList{"--domain", "B\u00fcro"},
+            "good", 1);
+        row("shorter than the policy", Create(path), "shorter\n", 1);
+        row("wrong password", User("add", m_volume, "carl"), "no\nnew\n", 1);
+        row("ended where a password", User("add", m_volume, "carl"), "green quill 7\n", 1);
     }
     void refusals()
     {
@@ -112,7 +152,7 @@ private slots:
         QVERIFY(QFile::setPermissions(m_directory.path(), QFile::ExeOther | QFile::ReadOwner |
                                                               QFile::WriteOwner | QFile::ExeOwner));
         const QStringList somebody{"--reuid=65534", "--regid=65534", "--clear-groups", PBA_ADMIN};
-        CompareFailure(Run("setpriv", somebody + Add(copy, "carl")), 1,
+        CompareFailure(Run("setpriv", somebody + User("add", copy, "carl")), 1,
                        "copy.img: read-only; make it writable");
     }
 
@@ -137,9 +177,13 @@ private:
         return {"volume", "create", path,          "--size", size,
                 "--user", user,     "--iter-time", "1",      "--password-stdin"};
     }
-    static QStringList Add(const QString &path, const QString &user)
+    static QStringList User(const QString &command, const QString &path, const QString &user)
     {
-        return {"user", "add", "--volume", path, "--password-stdin", user};
+        return {"user", command, "--volume", path, "--password-stdin", user};
+    }
+    static QJsonDocument Report(const QStringList &arguments)
+    {
+        return QJsonDocument::fromJson(Run(PBA_ADMIN, arguments + QStringList{"--json"}).output);
     }
     static bool Opens(const QString &path, const QByteArray &password)
     {

@@ -1,0 +1,96 @@
+#include "appended_line.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "failure.h"
+
+namespace admin {
+namespace {
+
+constexpr mode_t kReadableByOwner = 0600;
+
+// False when another file has taken its place since it was opened.
+bool IsStillAt(const std::string &path, int file, struct stat *status)
+{
+    struct stat there;
+    return fstat(file, status) == 0 && stat(path.c_str(), &there) == 0 && there.st_dev == status->st_dev &&
+           there.st_ino == status->st_ino;
+}
+
+void SynchroniseDirectoryOf(const std::string &path)
+{
+    const int directory =
+        open(std::filesystem::absolute(path).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (directory < 0)
+        return;
+    fsync(directory);
+    close(directory);
+}
+
+} // namespace
+
+AppendedLine::AppendedLine(const std::string &path, const std::string &line)
+    : m_path(path)
+{
+    Open();
+    try {
+        char last = '\n';
+        if (m_formerSize > 0 && pread(m_file, &last, 1, m_formerSize - 1) != 1)
+            Fail();
+        // A line without its end, left by a loss of power, does not swallow this one.
+        Write((last == '\n' ? "" : "\n") + line + "\n");
+        if (fsync(m_file) != 0)
+            Fail();
+        SynchroniseDirectoryOf(m_path);
+    } catch (...) {
+        [[maybe_unused]] const int result = ftruncate(m_file, m_formerSize);
+        close(m_file);
+        throw;
+    }
+}
+
+AppendedLine::~AppendedLine()
+{
+    if (!m_kept && ftruncate(m_file, m_formerSize) == 0)
+        fsync(m_file);
+    close(m_file);
+}
+
+void AppendedLine::Open()
+{
+    struct stat status;
+    do {
+        if (m_file >= 0)
+            close(m_file);
+        m_file = open(m_path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kReadableByOwner);
+        if (m_file < 0 || flock(m_file, LOCK_EX) != 0)
+            Fail();
+    } while (!IsStillAt(m_path, m_file, &status));
+    if (!S_ISREG(status.st_mode))
+        throw Failure(m_path + ": exists and is no file; name a file to write");
+    m_formerSize = status.st_size;
+}
+
+void AppendedLine::Write(const std::string &bytes) const
+{
+    std::size_t written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count = write(m_file, bytes.data() + written, bytes.size() - written);
+        if (count <= 0)
+            Fail();
+        written += static_cast<std::size_t>(count);
+    }
+}
+
+void AppendedLine::Fail() const
+{
+    throw Failure(m_path + ": cannot be written: " + std::strerror(errno));
+}
+
+} // namespace admin

@@ -1,0 +1,28 @@
+// What the groups of commands are put together from. Each group lives in a file of its own.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace admin {
+
+struct PolicyOptions;
+struct RecoveryOptions;
+struct SettingsOptions;
+struct TokenOptions;
+struct UserOptions;
+struct VolumeOptions;
+
+// The options are parsed into `options`, which must outlive the parsing.
+void AddVolumeCommands(CLI::App *app, VolumeOptions *options);
+void AddUserCommands(CLI::App *app, UserOptions *options);
+void AddPolicyCommands(CLI::App *app, PolicyOptions *options);
+void AddSettingsCommands(CLI::App *app, SettingsOptions *options);
+void AddRecoveryCommands(CLI::App *app, RecoveryOptions *options);
+void AddTokenCommands(CLI::App *app, TokenOptions *options);
+
+// `example` is a line as typed at a shell.
+CLI::App *AddCommand(CLI::App *group, const char *name, const char *description, const char *example);
+// For options that take a path. An empty one is often a script's unset variable.
+std::string CheckNotEmpty(const std::string &value);
+
+} // namespace admin

@@ -1,0 +1,105 @@
+// What happens at the volume: pba_admin recovery enroll, renew and status.
+#include <iostream>
+#include <optional>
+
+#include <nlohmann/json.hpp>
+
+#include "appended_line.h"
+#include "failure.h"
+#include "passwords.h"
+#include "recovery.h"
+#include "recovery/escrow_record.h"
+#include "recovery/volume_recovery.h"
+#include "recovery_keys.h"
+#include "signals.h"
+
+namespace admin {
+namespace {
+
+using volume::Volume;
+
+std::unique_ptr<Volume> OpenVolume(const std::string &path)
+{
+    std::unique_ptr<Volume> volume;
+    Require(Volume::Open(path, &volume), path);
+    return volume;
+}
+
+void SetUp(const RecoveryOptions &options, Volume &volume)
+{
+    Require(volume.CheckWritable(), options.volume);
+    const recovery::PublicKey administrator = ReadPublicKey(options.publicKey);
+    volume::Secret volumeKey;
+    Require(volume.Authorise(PasswordSource(options.passwordFromStandardInput).Existing(), &volumeKey),
+            options.volume);
+
+    const HeldSignals held; // half of it would stay until the next change
+    std::optional<AppendedLine> record;
+    const auto keep = [&](const recovery::Identity &identity, const recovery::RecoverySecret &secret) {
+        recovery::EscrowSecret sealed{options.machine, identity, {}};
+        std::copy(secret.View().begin(), secret.View().end(), sealed.secret.Data());
+        record.emplace(options.escrow, recovery::SealRecord(sealed, administrator));
+    };
+    const volume::Error error = recovery::SetUp(volume, volumeKey, administrator, keep);
+    if (record && (error == volume::Error::None || error == volume::Error::OldPasswordStays))
+        record->Keep();
+    if (error == volume::Error::OldPasswordStays)
+        throw Failure(options.volume + ": renewed, but the former secret still opens it; renew once more");
+    Require(error, options.volume, volume.LastDetail());
+}
+
+void PrintJson(const std::optional<recovery::Found> &found)
+{
+    nlohmann::json status{{"recovery", found.has_value()}};
+    if (found) {
+        status["keyslot"] = found->enrolment.keyslots.front();
+        status["administrator"] = recovery::Fingerprint(found->enrolment.administrator);
+        status["record"] = recovery::ToHex(found->enrolment.identity.record);
+        status["used"] = found->enrolment.used;
+    }
+    std::cout << status.dump(2) << '\n';
+}
+
+void PrintStatus(const std::optional<recovery::Found> &found)
+{
+    if (!found) {
+        std::cout << "Recovery:       not set up\n";
+        return;
+    }
+    std::cout << "Recovery:       set up\n"
+              << "Keyslot:        " << found->enrolment.keyslots.front() << '\n'
+              << "Administrator:  " << recovery::Fingerprint(found->enrolment.administrator) << '\n'
+              << "Record:         " << recovery::ToHex(found->enrolment.identity.record) << '\n'
+              << "Secret:         "
+              << (found->enrolment.used ? "used; renew it with pba_admin recovery renew" : "not used yet")
+              << '\n';
+}
+
+} // namespace
+
+void EnrollVolume(const RecoveryOptions &options)
+{
+    const std::unique_ptr<Volume> volume = OpenVolume(options.volume);
+    if (recovery::Find(*volume))
+        throw Failure(options.volume + ": has a recovery already; replace it with pba_admin recovery renew");
+    SetUp(options, *volume);
+}
+
+void RenewRecovery(const RecoveryOptions &options)
+{
+    const std::unique_ptr<Volume> volume = OpenVolume(options.volume);
+    if (!recovery::Find(*volume))
+        throw Failure(options.volume + ": has no recovery; set one up with pba_admin recovery enroll");
+    SetUp(options, *volume);
+}
+
+void ShowRecovery(const RecoveryOptions &options)
+{
+    const std::optional<recovery::Found> found = recovery::Find(*OpenVolume(options.volume));
+    if (options.json)
+        PrintJson(found);
+    else
+        PrintStatus(found);
+}
+
+} // namespace admin

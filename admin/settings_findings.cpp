@@ -1,0 +1,121 @@
+#include "settings_findings.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "hotkey_text.h"
+#include "layouts/layout_table.h"
+#include "settings/hotkey_predicates.h"
+
+namespace admin {
+namespace {
+
+// More would not be read.
+constexpr std::size_t kMaxSuggestions = 5;
+
+// An identifier as the JSON has it.
+std::string Digits(std::uint32_t layoutId)
+{
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%08x", layoutId);
+    return digits;
+}
+
+std::string Suggestions(std::uint32_t layoutId)
+{
+    const auto same = layouts::OfSameLanguage(layoutId);
+    std::string text;
+    for (std::size_t i = 0; i < std::min(same.size(), kMaxSuggestions); ++i)
+        text += (i == 0 ? "; known for its language: " : ", ") + Digits(same[i]->id) + " " + same[i]->name;
+    return text;
+}
+
+class Finder
+{
+public:
+    explicit Finder(std::vector<Finding> *findings)
+        : m_findings(*findings)
+    {
+    }
+
+    void Look(const pba::ConstantSettingsRecord &record);
+
+private:
+    void Fault(const std::string &place, const std::string &what) { m_findings.push_back({true, place, what}); }
+    void Warn(const std::string &place, const std::string &what) { m_findings.push_back({false, place, what}); }
+
+    void LookAtLanguage(const pba::InputLanguage &language, const std::string &place);
+    void LookAtLayout(const pba::KeyboardLayout &layout, const std::string &place);
+    void LookAtHotkey(const pba::Hotkey &hotkey, const std::string &place);
+
+    struct Taken
+    {
+        pba::Hotkey hotkey;
+        std::string place;
+    };
+
+    std::vector<Finding> &m_findings;
+    std::vector<Taken> m_taken;
+};
+
+void Finder::Look(const pba::ConstantSettingsRecord &record)
+{
+    const pba::PrebootSettings &settings = record.prebootSettings;
+    if (record.hostName.empty())
+        Warn("hostName", "is empty");
+    LookAtHotkey(settings.languageSwitchHotkey, "languageSwitchHotkey");
+    LookAtHotkey(settings.keyboardLayoutSwitchHotkey, "keyboardLayoutSwitchHotkey");
+    LookAtHotkey(settings.capsLockTurnOffHotkey, "capsLockTurnOffHotkey");
+    if (settings.inputLanguages.empty())
+        Fault("inputLanguages", "must be a list with at least one element");
+    for (std::size_t i = 0; i < settings.inputLanguages.size(); ++i)
+        LookAtLanguage(settings.inputLanguages[i], "inputLanguages[" + std::to_string(i) + "]");
+}
+
+void Finder::LookAtLanguage(const pba::InputLanguage &language, const std::string &place)
+{
+    if (language.name.empty())
+        Warn(place + ".name", "is empty");
+    if (language.layouts.empty())
+        Fault(place + ".layouts", "must be a list with at least one element");
+    for (std::size_t i = 0; i < language.layouts.size(); ++i)
+        LookAtLayout(language.layouts[i], place + ".layouts[" + std::to_string(i) + "]");
+}
+
+void Finder::LookAtLayout(const pba::KeyboardLayout &layout, const std::string &place)
+{
+    if (!layouts::Find(layout.layoutId))
+        Warn(place + ".layoutId", Digits(layout.layoutId) +
+                                      " is not known: who chooses it goes on typing by the layout before" +
+                                      Suggestions(layout.layoutId));
+    if (layout.name.empty())
+        Warn(place + ".name", "is empty");
+    LookAtHotkey(layout.selectHotkey, place + ".selectHotkey");
+}
+
+void Finder::LookAtHotkey(const pba::Hotkey &hotkey, const std::string &place)
+{
+    if (!fde::boot::IsHotkeyAccepted(hotkey))
+        Fault(place, "a hot key that ends in a modifier may have at most one modifier before it");
+    if (hotkey.key == 0)
+        return;
+    const bool isTyped = hotkey.key == ' ' || (hotkey.key >= '0' && hotkey.key <= '9') ||
+                         (hotkey.key >= 'A' && hotkey.key <= 'Z');
+    if (isTyped && (hotkey.modifiers & ~pba::kModifierShift) == 0)
+        Warn(place, FormatHotkey(hotkey) + " cannot be typed any more, in passwords neither");
+    const auto taken = std::find_if(m_taken.begin(), m_taken.end(),
+                                    [&](const Taken &one) { return one.hotkey == hotkey; });
+    if (taken != m_taken.end())
+        Warn(place, FormatHotkey(hotkey) + " is " + taken->place + " already");
+    else
+        m_taken.push_back({hotkey, place});
+}
+
+} // namespace
+
+void FindInRecord(const pba::ConstantSettingsRecord &record, std::vector<Finding> *findings)
+{
+    Finder(findings).Look(record);
+}
+
+} // namespace admin

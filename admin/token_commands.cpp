@@ -1,0 +1,191 @@
+#include "token.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include <nlohmann/json.hpp>
+
+#include "failure.h"
+#include "passwords.h"
+#include "signals.h"
+#include "table.h"
+#include "token/modules.h"
+#include "token/uri.h"
+#include "token/volume_tokens.h"
+#include "volume/text.h"
+#include "volume_session.h"
+
+namespace admin {
+namespace {
+
+using nlohmann::json;
+using token::Token;
+using token::VolumeToken;
+using volume::Volume;
+
+void RequireToken(token::Error error)
+{
+    if (error != token::Error::None)
+        throw Failure(std::string("token: ") + token::Describe(error));
+}
+
+void CheckArguments(const TokenOptions &options)
+{
+    CheckName(options.name);
+    const token::Uri uri = token::ParseUri(options.uri);
+    if (!uri)
+        throw Failure("--token: not a PKCS#11 URI; pba_admin token list shows those of connected tokens",
+                      kExitUsage);
+    if (token::HoldsPin(uri.get()))
+        throw Failure("--token: leave the PIN out of the URI; it is asked for", kExitUsage);
+}
+
+Token FindToken(token::Modules &modules, const std::string &uri)
+{
+    std::vector<Token> tokens = modules.Connected();
+    if (!modules.AreLoaded())
+        throw Failure("no PKCS#11 module can be loaded; name one with --pkcs11-module");
+    std::erase_if(tokens, [&](const Token &token) { return !token.Matches(uri); });
+    if (tokens.empty())
+        throw Failure(uri + ": no connected token with a PIN is meant; pba_admin token list shows them");
+    if (tokens.size() > 1)
+        throw Failure(uri + ": means several connected tokens; add serial= to it");
+    return tokens.front();
+}
+
+void CheckNotEnrolled(const Volume &volume, const Token &token)
+{
+    for (const token::Enrolment &enrolment : token::EnrolmentsOf(volume)) {
+        if (token.Matches(enrolment.uri))
+            throw Failure(volume.Path() + ": the token is enrolled already, for keyslot " +
+                          std::to_string(enrolment.keyslots.front()) + "; remove that one first");
+    }
+}
+
+// What was wrapped must come back from the token before the volume depends on it.
+token::Wrapped WrapAndProve(const Token &token, const TokenOptions &options, const PasswordSource &passwords)
+{
+    const volume::Secret pin = token.HasPinPad() ? volume::Secret() : passwords.Pin();
+    token::Session session(token, pin.View());
+    RequireToken(session.Login());
+    token::Wrapped wrapped;
+    RequireToken(token::Wrap(session, token, options.uri, &wrapped));
+    const auto isTheSame = [&](const volume::Secret &passphrase) {
+        return passphrase.View() == wrapped.passphrase.View();
+    };
+    RequireToken(token::Unwrap(session, wrapped.enrolment, isTheSame));
+    return wrapped;
+}
+
+bool IsConnected(const VolumeToken &token, const std::vector<Token> &connected)
+{
+    return std::any_of(connected.begin(), connected.end(),
+                       [&](const Token &candidate) { return candidate.Matches(token.enrolment.uri); });
+}
+
+json Describe(const VolumeToken &token, const std::vector<Token> &connected)
+{
+    return {{"keyslots", token.enrolment.keyslots},
+            {"domain", token.owner.domain},
+            {"user", token.owner.user},
+            {"uri", volume::Printable(token.enrolment.uri)},
+            {"connected", IsConnected(token, connected)}};
+}
+
+std::string State(const Token &token)
+{
+    if (token.IsPinLocked())
+        return "PIN locked";
+    return token.HasPinPad() ? "PIN pad" : "ready";
+}
+
+json Describe(const Token &token)
+{
+    return {
+        {"label", token.Label()}, {"serial", token.Serial()}, {"state", State(token)}, {"uri", token.Uri()}};
+}
+
+std::string Join(const std::vector<int> &numbers)
+{
+    std::string text;
+    for (const int number : numbers)
+        text += (text.empty() ? "" : ",") + std::to_string(number);
+    return text;
+}
+
+void PrintVolumeTokens(const std::vector<VolumeToken> &tokens, const std::vector<Token> &connected)
+{
+    std::vector<Row> rows;
+    for (const VolumeToken &token : tokens) {
+        rows.push_back({Join(token.enrolment.keyslots), token.owner.user, token.owner.domain,
+                        IsConnected(token, connected) ? "yes" : "no", token.enrolment.uri});
+    }
+    PrintTable({"KEYSLOT", "USER", "DOMAIN", "CONNECTED", "URI"}, rows);
+}
+
+void PrintConnectedTokens(const std::vector<Token> &tokens)
+{
+    std::vector<Row> rows;
+    for (const Token &token : tokens)
+        rows.push_back({token.Label(), token.Serial(), State(token), token.Uri()});
+    PrintTable({"LABEL", "SERIAL", "STATE", "URI"}, rows);
+}
+
+template <typename Element, typename DescribeOne>
+void PrintJson(const std::vector<Element> &elements, const DescribeOne &describe)
+{
+    json rows = json::array();
+    for (const Element &element : elements)
+        rows.push_back(describe(element));
+    std::cout << rows.dump(2) << '\n';
+}
+
+} // namespace
+
+void EnrollToken(const TokenOptions &options)
+{
+    CheckArguments(options);
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    token::Modules modules(options.module);
+    const Token token = FindToken(modules, options.uri);
+    CheckNotEnrolled(*volume, token);
+
+    const PasswordSource passwords(options.passwordFromStandardInput);
+    volume::Secret volumeKey;
+    Require(volume->Authorise(passwords.Existing(), &volumeKey), *volume);
+    const token::Wrapped wrapped = WrapAndProve(token, options, passwords);
+    int keyslot = -1;
+    const HeldSignals held; // a keyslot whose objects are missing would stay for good
+    Require(token::AddToken(*volume, volumeKey, wrapped, options.name, &keyslot), *volume);
+}
+
+void ListTokens(const TokenOptions &options)
+{
+    token::Modules modules(options.module);
+    const std::vector<Token> connected = modules.Connected();
+    if (options.volume.empty()) {
+        options.json ? PrintJson(connected, [](const Token &token) { return Describe(token); })
+                     : PrintConnectedTokens(connected);
+        return;
+    }
+    const std::vector<VolumeToken> tokens = token::TokensOf(*OpenVolume(options.volume));
+    options.json ? PrintJson(tokens, [&](const VolumeToken &token) { return Describe(token, connected); })
+                 : PrintVolumeTokens(tokens, connected);
+}
+
+void DropToken(const TokenOptions &options)
+{
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    const std::vector<VolumeToken> tokens = token::TokensOf(*volume);
+    const bool known = std::any_of(tokens.begin(), tokens.end(), [&](const VolumeToken &token) {
+        const std::vector<int> &keyslots = token.enrolment.keyslots;
+        return std::find(keyslots.begin(), keyslots.end(), options.keyslot) != keyslots.end();
+    });
+    if (!known)
+        throw Failure(options.volume + ": keyslot " + std::to_string(options.keyslot) +
+                      " is no token's; pba_admin token list shows them");
+    const HeldSignals held;
+    Require(token::RemoveToken(*volume, options.keyslot), *volume);
+}
+
+} // namespace admin

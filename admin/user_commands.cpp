@@ -1,0 +1,92 @@
+// The commands that change users: user add, remove and passwd.
+#include "commands.h"
+
+#include <iostream>
+
+#include "failure.h"
+#include "passwords.h"
+#include "recovery/volume_recovery.h"
+#include "signals.h"
+#include "token/volume_tokens.h"
+#include "volume_session.h"
+
+namespace admin {
+namespace {
+
+using volume::Error;
+using volume::Secret;
+using volume::Volume;
+
+volume::User FindUser(const Volume &volume, const volume::UserName &name)
+{
+    const std::optional<volume::User> user = volume.FindUser(name);
+    if (!user)
+        Require(Error::NoUser, volume);
+    return *user;
+}
+
+Secret Authorise(Volume *volume, const PasswordSource &passwords)
+{
+    Secret volumeKey;
+    Require(volume->Authorise(passwords.Existing(), &volumeKey), *volume);
+    return volumeKey;
+}
+
+Secret NewPassword(Volume *volume, const volume::UserName &name, const PasswordSource &passwords)
+{
+    Secret password = passwords.New();
+    Require(volume->CheckNewPassword(name, password), *volume);
+    return password;
+}
+
+} // namespace
+
+void AddUser(const UserOptions &options)
+{
+    CheckName(options.name);
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    Require(volume->CheckNewUser(options.name), *volume);
+    if (options.iterTime && volume->SharedCost())
+        std::cerr << "pba_admin: note: --iter-time counts for the first user only, others share its cost\n";
+    const PasswordSource passwords(options.passwordFromStandardInput);
+    const Secret volumeKey = Authorise(volume.get(), passwords);
+    const Secret password = NewPassword(volume.get(), options.name, passwords);
+    const HeldSignals held;
+    Require(volume->AddUser(options.name, volumeKey, password, CostOfFirstUser(options)), *volume);
+}
+
+// A password that stays must be shown to open the volume.
+void RemoveUser(const UserOptions &options)
+{
+    CheckName(options.name);
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    const volume::User user = FindUser(*volume, options.name);
+    Require(volume->CheckRemoval(user), *volume);
+    const PasswordSource passwords(options.passwordFromStandardInput);
+    Secret volumeKey;
+    const Error error = volume->Authorise(passwords.Existing(), &volumeKey, user.keyslots);
+    if (error == Error::WrongPassword)
+        throw Failure(options.volume + ": wrong password; give one that stays, not that of the user");
+    Require(error, *volume);
+    {
+        const HeldSignals held;
+        Require(token::RemoveUser(*volume, options.name), *volume);
+    }
+    if (const auto recovery = recovery::Find(*volume); recovery && recovery->enrolment.used)
+        std::cerr << "pba_admin: note: the recovery secret was used; who has seen it still gets in until "
+                     "pba_admin recovery renew\n";
+}
+
+void ChangePassword(const UserOptions &options)
+{
+    CheckName(options.name);
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    FindUser(*volume, options.name);
+    const PasswordSource passwords(options.passwordFromStandardInput);
+    const Secret volumeKey = Authorise(volume.get(), passwords);
+    const Secret password = NewPassword(volume.get(), options.name, passwords);
+    const HeldSignals held;
+    Require(volume->ReplacePassword(options.name, volumeKey, password, CostOfFirstUser(options)), *volume);
+}
+
+} // namespace admin

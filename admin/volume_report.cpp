@@ -1,0 +1,164 @@
+// What a volume holds, for people and for programs: volume info and user list.
+#include "commands.h"
+
+#include <algorithm>
+#include <ctime>
+#include <iostream>
+
+#include <nlohmann/json.hpp>
+
+#include "table.h"
+#include "volume/text.h"
+#include "volume_session.h"
+
+namespace admin {
+namespace {
+
+using nlohmann::json;
+using volume::Volume;
+
+constexpr char kTokenType[] = "systemd-pkcs11";
+constexpr char kRecoveryType[] = "pba-recovery";
+
+std::string FormatTime(std::int64_t seconds)
+{
+    const std::time_t time = seconds;
+    std::tm utc{};
+    char text[32] = "";
+    if (gmtime_r(&time, &utc))
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &utc);
+    return text;
+}
+
+json DescribeUsers(const Volume &volume)
+{
+    json users = json::array();
+    for (const volume::User &user : volume.Users()) {
+        users.push_back({{"user", user.name.user},
+                         {"domain", user.name.domain},
+                         {"keyslots", user.keyslots},
+                         {"changed", user.changed ? json(FormatTime(*user.changed)) : json()}});
+    }
+    return users;
+}
+
+// What the keyslot is for: the type of the object that names it, else some passphrase of another tool.
+std::string PurposeOf(const volume::Keyslot &keyslot, const std::vector<volume::Object> &objects)
+{
+    if (!keyslot.opensVolume)
+        return "unbound";
+    const auto named = std::find_if(objects.begin(), objects.end(), [&](const volume::Object &object) {
+        return std::count(object.keyslots.begin(), object.keyslots.end(), keyslot.number) > 0;
+    });
+    if (named == objects.end())
+        return "other";
+    return named->type == volume::kUserObjectType ? "user"
+           : named->type == kTokenType            ? "token"
+           : named->type == kRecoveryType         ? "recovery"
+                                                  : named->type;
+}
+
+json DescribeKeyslots(const Volume &volume)
+{
+    const std::vector<volume::Object> objects = volume.Objects();
+    json keyslots = json::array();
+    for (const volume::Keyslot &keyslot : volume.Keyslots()) {
+        keyslots.push_back({{"number", keyslot.number},
+                            {"purpose", PurposeOf(keyslot, objects)},
+                            {"cost", keyslot.cost.Describe()}});
+    }
+    return keyslots;
+}
+
+// Members of objects that others write are taken as they come.
+json DescribeObjects(const Volume &volume, const char *type, const char *member, json otherwise)
+{
+    json described = json::array();
+    for (const volume::Object &object : volume.Objects(type)) {
+        const json content = json::parse(object.json, nullptr, false);
+        json value = content.is_object() ? content.value(member, otherwise) : otherwise;
+        if (value.type() != otherwise.type())
+            value = otherwise;
+        described.push_back({{"keyslots", object.keyslots}, {member, value}});
+    }
+    return described;
+}
+
+json DescribeVolume(const Volume &volume)
+{
+    const volume::Room room = volume.RoomLeft();
+    return {{"volume", volume::Printable(volume.Path())},
+            {"uuid", volume.Uuid()},
+            {"users", DescribeUsers(volume)},
+            {"keyslots", DescribeKeyslots(volume)},
+            {"tokens", DescribeObjects(volume, kTokenType, "pkcs11-uri", "")},
+            {"recovery", DescribeObjects(volume, kRecoveryType, "used", false)},
+            {"room", {{"keyslots", room.keyslots}, {"objects", room.objects}, {"bytes", room.bytes}}}};
+}
+
+std::string Join(const json &numbers)
+{
+    std::string text;
+    for (const json &number : numbers)
+        text += (text.empty() ? "" : ", ") + number.dump();
+    return text.empty() ? "none" : text;
+}
+
+void PrintUsers(const json &users)
+{
+    std::vector<Row> rows;
+    for (const json &user : users) {
+        const json &changed = user["changed"];
+        rows.push_back({user["user"], user["domain"], Join(user["keyslots"]),
+                        changed.is_string() ? changed.get<std::string>() : "unknown"});
+    }
+    PrintTable({"USER", "DOMAIN", "KEYSLOT", "PASSWORD SET"}, rows);
+}
+
+void PrintVolume(const json &volume)
+{
+    const json &room = volume["room"];
+    PrintTable({"Volume", volume["volume"]},
+               {{"UUID", volume["uuid"]},
+                {"Room left", room["keyslots"].dump() + " keyslots, " + room["objects"].dump() +
+                                  " objects, " + room["bytes"].dump() + " bytes"}});
+    std::cout << '\n';
+    PrintUsers(volume["users"]);
+    std::vector<Row> rows;
+    for (const json &keyslot : volume["keyslots"])
+        rows.push_back({keyslot["number"].dump(), keyslot["purpose"], keyslot["cost"]});
+    std::cout << '\n';
+    PrintTable({"KEYSLOT", "OPENED BY", "COST"}, rows);
+    rows.clear();
+    for (const json &token : volume["tokens"])
+        rows.push_back({"token", Join(token["keyslots"]), token["pkcs11-uri"]});
+    for (const json &recovery : volume["recovery"])
+        rows.push_back(
+            {"recovery", Join(recovery["keyslots"]), recovery["used"] ? "used: renew it" : "not used"});
+    if (volume["recovery"].empty())
+        rows.push_back({"recovery", "none", "not set up"});
+    std::cout << '\n';
+    PrintTable({"BESIDES", "KEYSLOT", "WHAT"}, rows);
+}
+
+} // namespace
+
+void ListUsers(const UserOptions &options)
+{
+    const json users = DescribeUsers(*OpenVolume(options.volume));
+    if (options.json)
+        std::cout << users.dump(2) << '\n';
+    else
+        PrintUsers(users);
+}
+
+void ShowVolume(const VolumeOptions &options)
+{
+    const json volume = DescribeVolume(*OpenVolume(options.user.volume));
+    if (options.user.json)
+        std::cout << volume.dump(2) << '\n';
+    else
+        PrintVolume(volume);
+}
+
+} // namespace admin

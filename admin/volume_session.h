@@ -1,0 +1,23 @@
+// How commands open a volume, and how they fail on one.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "volume/volume.h"
+
+namespace admin {
+
+struct UserOptions;
+
+// Throw Failure. The second finds out beforehand whether the header can be written, and puts in order what a
+// loss of power left behind.
+std::unique_ptr<volume::Volume> OpenVolume(const std::string &path);
+std::unique_ptr<volume::Volume> OpenVolumeForChange(const std::string &path);
+
+void CheckName(const volume::UserName &name);
+volume::KeyCost CostOfFirstUser(const UserOptions &options);
+// Throws Failure unless `error` is none, with the volume's numbers where they explain it.
+void Require(volume::Error error, const volume::Volume &volume);
+
+} // namespace admin

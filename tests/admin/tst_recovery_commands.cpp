@@ -1,0 +1,269 @@
+// Offline recovery as an administrator sets it up and answers calls; the test is the computer.
+#include <QDir>
+#include <QTemporaryDir>
+
+#include "recovery/administrator_key.h"
+#include "recovery/challenge.h"
+#include "recovery/response.h"
+#include "recovery/volume_recovery.h"
+#include "run_program.h"
+#include "test_main.h"
+
+using volume::Error;
+
+class RecoveryCommandsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        const QStringList create{"volume", "create", m_volume,      "--size", "20M",
+                                 "--user", "anna",   "--iter-time", "1",      "--password-stdin"};
+        QCOMPARE(Run(PBA_ADMIN, create, "green quill 7\n").errors, QByteArray());
+        QCOMPARE(Admin({"status", "--volume", m_volume}).output, "Recovery:       not set up\n");
+        QCOMPARE(Admin({"keygen", "--out", m_keys, "--passphrase-stdin"}, kPassphrase).errors, QByteArray());
+        QVERIFY(!(QFileInfo(Secret()).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+        const std::string file = ReadFile("keys/recovery.key").toStdString();
+        const volume::Secret passphrase = MakeSecret("correct horse battery");
+        recovery::SecretKey key;
+        QVERIFY(recovery::OpenSecretKey(file, passphrase, &key) == recovery::KeyFileFault::None);
+        // The same key, but guesses at its passphrase are cheap.
+        QFile cheap(Secret());
+        QVERIFY(cheap.open(QFile::WriteOnly | QFile::Truncate));
+        cheap.write(QByteArray::fromStdString(recovery::SealSecretKey(key, passphrase, {1, 8192})));
+        cheap.close();
+        QCOMPARE(SetUp("enroll").errors, QByteArray());
+        const QByteArray shown = Admin({"status", "--volume", m_volume}).output;
+        const std::string fingerprint = recovery::Fingerprint(recovery::PublicKeyOf(key));
+        QVERIFY2(shown.contains("not used yet") && shown.contains(fingerprint.c_str()), shown);
+    }
+
+    void aCall()
+    {
+        const Computer computer(m_volume);
+        const Outcome answered = Respond(computer.Challenge());
+        QCOMPARE(answered.errors, QByteArray());
+        QVERIFY(computer.Opens(answered.output, "anna"));
+        QVERIFY(!Computer(m_volume).Opens(answered.output, "anna")); // another challenge
+        // The same call, written down by somebody in a hurry, and read back word by word.
+        QByteArray written = computer.Challenge().toLower().replace('0', 'o').replace('1', "l");
+        for (int place : {4, 10, 30})
+            written.insert(place, "- ");
+        const Outcome again = Respond(written, {"--spell"});
+        QCOMPARE(again.errors, QByteArray());
+        QVERIFY(again.output.startsWith(answered.output.left(29)) && again.output.count("\n  ") == 10);
+        // Another one: whoever has the first response still has the secret.
+        QVERIFY(Respond(Computer(m_volume).Challenge()).errors.contains("given out before"));
+        QCOMPARE(ReadFile("escrow.log").count('\n'), 3);
+    }
+
+    void aRenewedSecret()
+    {
+        const Computer before(m_volume);
+        const Outcome old = Respond(before.Challenge());
+        QCOMPARE(SetUp("renew").errors, QByteArray());
+        QVERIFY(!before.Opens(old.output, "anna"));
+        // An old copy of the header still opens with the old secret.
+        QVERIFY(Respond(before.Challenge()).errors.contains("has been renewed since"));
+        const Computer computer(m_volume);
+        const Outcome answered = Respond(computer.Challenge());
+        QCOMPARE(answered.errors, QByteArray()); // nobody has had this secret
+        QVERIFY(computer.Opens(answered.output, "anna"));
+        const QByteArray dump = RunStandardTool({"luksDump", m_volume}).output;
+        QVERIFY2(dump.count("luks2\n") == 2, dump);
+    }
+
+    void misheardStrings_data()
+    {
+        QTest::addColumn<int>("string");
+        QTest::addColumn<QByteArray>("misheard");
+        QTest::newRow("string 1 is wrong; it would be right as string 2") << 0 << QByteArray("2");
+        QTest::newRow("string 4 has 15 characters instead of 16") << 3 << QByteArray("short");
+        QTest::newRow("string 2 has a character that is none") << 1 << QByteArray("U");
+        QTest::newRow("string 3 is wrong") << 2 << QByteArray("changed");
+        QTest::newRow("ended where string 1") << 0 << QByteArray("ends");
+    }
+    void misheardStrings()
+    {
+        QFETCH(int, string);
+        QFETCH(QByteArray, misheard);
+        QByteArrayList strings = Computer(m_volume).Challenge().split('\n');
+        QByteArray &wrong = strings[string];
+        if (misheard == "2")
+            wrong = strings[1];
+        else if (misheard == "short")
+            wrong.chop(1);
+        else if (misheard == "changed")
+            wrong[0] = wrong.front() == '0' ? '1' : '0'; // one only: two may cancel out in the check character
+        else
+            wrong = misheard;
+        if (misheard == "ends")
+            strings.clear();
+        CompareFailure(Respond(strings.join('\n')), 1, QTest::currentDataTag());
+    }
+
+    // Nothing may change: neither header, nor escrow, nor the files around them.
+    void refusals_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("input");
+        const auto row = [](const char *says, const QStringList &arguments, const QByteArray &input) {
+            QTest::newRow(says) << arguments << input;
+        };
+        const QString key = m_keys + "/recovery.pub";
+        row("has a recovery already", SetUpArguments("enroll", key, m_escrow), kPassword);
+        row("wrong password", SetUpArguments("renew", key, m_escrow), "no\n");
+        row("not an administrator's public key", SetUpArguments("renew", Secret(), m_escrow), kPassword);
+        row("no/escrow: cannot be written", SetUpArguments("renew", key, m_directory.filePath("no/escrow")),
+            kPassword);
+        row("is no file; name a file", SetUpArguments("renew", key, "/dev/null"), kPassword);
+        row("recovery.key: exists already", {"keygen", "--out", m_keys, "--passphrase-stdin"}, kPassphrase);
+        row("at least 12 characters", {"keygen", "--out", m_directory.filePath("k"), "--passphrase-stdin"},
+            "too short\n");
+        row("no record of a computer named lab-8", RespondArguments("lab-8", m_escrow), kPassphrase);
+        row("none/escrow: cannot be read", RespondArguments("lab-7", m_directory.filePath("none/escrow")),
+            kPassphrase);
+        row("wrong passphrase", RespondArguments("lab-7", m_escrow), "correct Horse battery\n");
+        row("--machine: must be UTF-8", RespondArguments("a\nb", m_escrow), kPassphrase);
+    }
+    void refusals()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, input);
+        const auto files = [this] { return QDir(m_directory.path()).entryList(QDir::AllEntries); };
+        Respond("", {}); // brings the index up to date
+        const QStringList before = files();
+        const QByteArray escrow = ReadFile("escrow");
+        const QByteArray header = RunStandardTool({"luksDump", m_volume}).output;
+        const Outcome outcome = Admin(arguments, input);
+        CompareFailure(outcome, outcome.errors.contains("--machine") ? 2 : 1, QTest::currentDataTag());
+        QCOMPARE(files(), before);
+        QCOMPARE(ReadFile("escrow"), escrow);
+        // But for the number of writes: what was begun is undone.
+        const auto withoutEpoch = [](QByteArray dump) { return dump.remove(0, dump.indexOf("Metadata")); };
+        QCOMPARE(withoutEpoch(RunStandardTool({"luksDump", m_volume}).output), withoutEpoch(header));
+    }
+
+    void theIndexFollowsTheEscrow()
+    {
+        const QString other = m_directory.filePath("other");
+        const QString copy = m_directory.filePath("copy.img");
+        QVERIFY(QFile::copy(m_volume, copy));
+        const auto names = [&](const QString &machine) {
+            return Admin(RespondArguments(machine, other), "wrong passphrase\n")
+                .errors.contains("passphrase");
+        };
+        const auto enrol = [&](const QString &machine) {
+            QStringList arguments = SetUpArguments("renew", m_keys + "/recovery.pub", other);
+            arguments.replace(arguments.indexOf(m_volume), copy);
+            arguments.replace(arguments.indexOf("lab-7"), machine);
+            return Admin(arguments, kPassword).exitCode == 0;
+        };
+        for (const char *machine : {"m-3", "M-1", "b\u00fcro", "m-2"})
+            QVERIFY(enrol(machine));
+        QVERIFY(names("m-1") && names("BU\u0308RO") && !names("m-4"));
+        QVERIFY(enrol("m-4") && names("m-4"));
+        // Lost its end with the power; then somebody's editor, an index of rubbish, a directory without room.
+        QFile file(other);
+        QVERIFY(file.open(QFile::Append) && file.write("{\"machine\":\"m-5") > 0);
+        file.close();
+        QVERIFY(enrol("m-6") && names("m-6") && names("m-3") && !names("m-5"));
+        QFile index(other + ".index");
+        QVERIFY(index.open(QFile::ReadWrite) && index.resize(index.size() - 8));
+        index.close();
+        QVERIFY(names("m-1"));
+        QVERIFY(QFile::remove(other + ".index") && QDir(m_directory.path()).mkdir("other.index"));
+        const Outcome without = Admin(RespondArguments("m-2", other), "no\n");
+        QVERIFY(without.errors.contains("reads the whole escrow") && without.errors.contains("passphrase"));
+    }
+
+private:
+    static constexpr char kPassword[] = "green quill 7\n";
+    static constexpr char kPassphrase[] = "correct horse battery\n";
+
+    // What the host does with the volume.
+    class Computer
+    {
+    public:
+        explicit Computer(const QString &path)
+            : m_ephemeral(recovery::MakeEphemeral({}))
+        {
+            if (volume::Volume::Open(path.toStdString(), &m_volume) != Error::None)
+                qFatal("no volume");
+            m_found = recovery::Find(*m_volume);
+        }
+        QByteArray Challenge() const
+        {
+            QByteArray lines;
+            const auto challenge =
+                recovery::MakeChallenge(m_found->enrolment.identity, recovery::PublicKeyOf(m_ephemeral));
+            for (const std::string &string : recovery::EncodeChallenge(challenge))
+                lines += string + "\n";
+            return lines;
+        }
+        // Takes the strings as they are printed.
+        bool Opens(const QByteArray &printed, const char *user) const
+        {
+            recovery::ResponseLines lines;
+            const QByteArrayList rows = printed.split('\n');
+            for (std::size_t row = 0; row < lines.size(); ++row)
+                lines[row] = *recovery::NormaliseCode(rows[static_cast<int>(row)].mid(9).toStdString());
+            const auto response = recovery::Response::Open(m_ephemeral, m_found->enrolment, lines);
+            const auto name = response ? response->FindUser(m_volume->Users()) : std::nullopt;
+            return name && name->user == user &&
+                   m_volume->OpenKeyslot(m_found->enrolment.keyslots.front(),
+                                         recovery::PassphraseOf(response->Secret()), nullptr) == Error::None;
+        }
+
+    private:
+        std::unique_ptr<volume::Volume> m_volume;
+        std::optional<recovery::Found> m_found;
+        recovery::SecretKey m_ephemeral;
+    };
+
+    static volume::Secret MakeSecret(std::string_view text)
+    {
+        volume::Secret secret(text.size());
+        for (char byte : text)
+            secret.Append(byte);
+        return secret;
+    }
+    QString Secret() const { return m_keys + "/recovery.key"; }
+    static Outcome Admin(const QStringList &arguments, const QByteArray &input = {})
+    {
+        return Run(PBA_ADMIN, QStringList{"recovery"} + arguments, input);
+    }
+    QStringList SetUpArguments(const QString &command, const QString &key, const QString &escrow) const
+    {
+        return {command,    "--volume", m_volume,    "--admin-key", key,
+                "--escrow", escrow,     "--machine", "lab-7",       "--password-stdin"};
+    }
+    Outcome SetUp(const QString &command) const
+    {
+        return Admin(SetUpArguments(command, m_keys + "/recovery.pub", m_escrow), kPassword);
+    }
+    QStringList RespondArguments(const QString &machine, const QString &escrow) const
+    {
+        return {"respond",   "--key", m_keys,   "--escrow", escrow,
+                "--machine", machine, "--user", "anna",     "--passphrase-stdin"};
+    }
+    Outcome Respond(const QByteArray &challenge, const QStringList &options = {}) const
+    {
+        return Admin(RespondArguments("LAB-7", m_escrow) + options, kPassphrase + challenge);
+    }
+    QByteArray ReadFile(const char *name) const
+    {
+        QFile file(m_directory.filePath(name));
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir m_directory;
+    QString m_volume = m_directory.filePath("volume.img");
+    QString m_keys = m_directory.filePath("keys");
+    QString m_escrow = m_directory.filePath("escrow");
+};
+
+PBA_REGISTER_TEST(RecoveryCommandsTest);
+
+#include "tst_recovery_commands.moc"
