@@ -1,0 +1,173 @@
+// The texts of each language: true to their originals, drawn by the fonts that ship, and nowhere cut off.
+#include <QApplication>
+#include <QDirIterator>
+#include <QRawFont>
+#include <QTranslator>
+
+#include "form_window.h"
+#include "shown_texts.h"
+#include "test_main.h"
+#include "translations.h"
+#include "widgets/pba_message_box.h"
+
+PBA_TEST_MAIN(QApplication)
+
+static const QString kSource = QStringLiteral(PBA_SOURCE_DIR);
+
+static QString ReadUtf8(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll()).trimmed();
+}
+
+static QString Help(const QString &language, const QString &name)
+{
+    return ReadUtf8(kSource + u"/help/%1/%2.txt"_qs.arg(language, name));
+}
+
+// Everything that a translator must leave in its place.
+static QStringList Marks(const QString &text)
+{
+    static const QRegularExpression mark(u"%[0-9n]|\\n|<[^>]*>|\\{.*\\}"_qs);
+    QStringList marks;
+    for (auto match = mark.globalMatch(text); match.hasNext();)
+        marks << match.next().captured();
+    marks.sort();
+    return marks;
+}
+
+class TestTexts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Every test is run in each language.
+    void initTestCase_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const char *language : {"en", "de", "fr", "ru", "ar"})
+            QTest::newRow(language) << QString::fromLatin1(language);
+    }
+    void init()
+    {
+        QFETCH_GLOBAL(QString, language);
+        m_language = language;
+        m_translator = std::make_unique<QTranslator>();
+        if (m_language != u"en") {
+            const QString file = u"%1/%2/l10n_v"_qs.arg(QStringLiteral(PBA_TEXTS), m_language);
+            QVERIFY(m_translator->load(file, u""_qs, u""_qs, u""_qs));
+            QCoreApplication::installTranslator(m_translator.get());
+        }
+    }
+    void cleanup() { m_translator.reset(); }
+
+    void areTrueToTheOriginals()
+    {
+        QCOMPARE(QGuiApplication::isRightToLeft(), m_language == u"ar");
+        for (const TranslatedText &text : TranslatedTexts(m_language)) {
+            QVERIFY2(!text.forms.isEmpty(), qPrintable(text.source));
+            for (const QString &form : text.forms) {
+                QVERIFY2(Marks(form) == Marks(text.source), qPrintable(form));
+                // A script whose letters join may do without mnemonics.
+                QVERIFY2(form.count(u'&') <= text.source.count(u'&'), qPrintable(form));
+                QVERIFY2(!text.source.contains(u"\"CONTINUE\""_qs) || form.contains(Label("CONTINUE")),
+                         qPrintable(form));
+            }
+        }
+        // The help names buttons and links as they read on the page.
+        const std::pair<const char *, QList<const char *>> named[] = {
+            {"pwd_lgn", {"CONTINUE", "Change", "Password change", "Forgot your password?"}},
+            {"pwd_chng", {"CONTINUE"}},
+            {"pwd_rcv", {"Restart", "Quit"}},
+            {"tkn_lgn", {"CONTINUE", "Forgot your password?"}}};
+        for (const auto &[name, labels] : named) {
+            const QString help = Help(m_language, QLatin1String(name));
+            for (const char *label : labels)
+                QVERIFY2(help.contains(Label(label)), qPrintable(Label(label)));
+        }
+    }
+
+    void haveAGlyphForEveryCharacter()
+    {
+        QString all = ReadUtf8(kSource + u"/scripts/demo_settings"_qs +
+                               (m_language == u"en" ? QString() : u'.' + m_language) + u".json"_qs);
+        for (const TranslatedText &text : TranslatedTexts(m_language))
+            all += text.forms.join(QString());
+        for (const QString &name : HelpNames())
+            all += Help(m_language, name);
+        // Of the package that the system ships, whatever else this machine has.
+        const QRawFont font(u"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"_qs, 12);
+        QVERIFY(font.isValid());
+        QString without;
+        for (const uint character : all.toUcs4()) {
+            if (QChar::isPrint(character) && !font.supportsCharacter(character))
+                without += QString::fromUcs4(reinterpret_cast<const char32_t *>(&character), 1);
+        }
+        QCOMPARE(without, QString());
+    }
+
+    void areWholeOnEveryPage()
+    {
+        for (const QSize size : {QSize(800, 600), QSize(1024, 768)}) {
+            FormWindow view(size);
+            // The rows of tokens are samples, which are gone before anyone sees them.
+            view.form.tokensList->hide();
+            for (int page = 0; page < view.form.stackedWidget->count(); ++page) {
+                view.form.stackedWidget->setCurrentIndex(page);
+                QCoreApplication::processEvents();
+                QCOMPARE(ClippedTexts(&view.dialog).join(u'\n'), QString());
+            }
+        }
+    }
+
+    void areWholeInMessages()
+    {
+        for (TranslatedText text : TranslatedTexts(m_language)) {
+            for (QString &form : text.forms) {
+                if (text.context == u"pba_host" || text.context == u"pba::QtViewImpl")
+                    QCOMPARE(ClippedInMessage(text.source, form, 2), QString());
+            }
+        }
+        for (const QString &name : HelpNames())
+            QCOMPARE(ClippedInMessage(u"A help text."_qs, Help(m_language, name), 0), QString());
+    }
+
+private:
+    static QStringList HelpNames()
+    {
+        QStringList names = QDir(kSource + u"/help/en"_qs).entryList(QDir::Files);
+        return names.replaceInStrings(u".txt"_qs, QString());
+    }
+    // As on the login page and in the bottom row.
+    static QString Label(const char *english)
+    {
+        const QByteArray comment = QByteArray(english) == "CONTINUE" ? "Login" : "Change domain";
+        return QCoreApplication::translate("PbaMainWindow", english, comment);
+    }
+    static QString ClippedInMessage(const QString &english, QString text, int severity)
+    {
+        static const QRegularExpression placeholder(u"%[0-9n]"_qs);
+        text.replace(placeholder, u"United Kingdom"_qs);
+        PbaMessageBox box;
+        // A text of sentences is the message, any other a title.
+        const bool isTitle = !QRegularExpression(u"[.?!)]$"_qs).match(english).hasMatch();
+        box.SetTitle(isTitle ? text : QCoreApplication::translate("pba::QtViewImpl", "Password Reset"));
+        box.SetText(isTitle ? QString() : text);
+        box.SetSeverityIcon(severity);
+        box.SetButton1Text(QCoreApplication::translate("pba::QtViewImpl", "Forgot your password?"));
+        box.SetButton3Text(QCoreApplication::translate("pba::QtViewImpl", "CONTINUE"));
+        box.ShowVersion();
+        box.show();
+        QCoreApplication::processEvents();
+        return ClippedTexts(&box).join(u'\n');
+    }
+
+    QString m_language;
+    std::unique_ptr<QTranslator> m_translator;
+};
+
+PBA_REGISTER_TEST(TestTexts);
+
+#include "tst_texts.moc"
