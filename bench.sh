@@ -7,11 +7,12 @@ cd "$(dirname "$0")"
 
 install_packages scripts/packages.txt
 mkdir -p build
-build gcc bench >&2
+build gcc bench texts >&2
 
 bin=$PWD/build/gcc/bin
 demo=$PWD/build/bench
 [ -e "$demo/ready" ] || scripts/prepare_demo.sh "$bin/pba_admin" "$demo" >&2
+scripts/put_texts.sh build/gcc en "$demo/root"
 start_x_server Xvfb -screen 0 1024x768x24
 
 # The toolkit asks for a runtime directory that is its user's alone.
@@ -29,3 +30,4 @@ for platform in offscreen xcb; do
 done
 "$bin/bench_parts"
 QT_QPA_PLATFORM=offscreen "$bin/bench_parts" --benchmark_filter=Page
+"$bin/bench_escrow"

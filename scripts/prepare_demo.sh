@@ -1,17 +1,11 @@
 #!/usr/bin/env bash
-# prepare_demo.sh PBA_ADMIN DIR: settings, help texts and a LUKS2 volume with two users, for ./run.
+# prepare_demo.sh PBA_ADMIN DIR: a root directory and a LUKS2 volume with two users, for ./run.
 set -euo pipefail
 admin=$1
 demo=$2
-source=$(cd "$(dirname "$0")" && pwd)
 
 rm -rf "$demo"
-mkdir -p "$demo/root/pba/help"
-"$admin" settings compile "$source/demo_settings.json" "$demo/root/pba/settings.bin"
-for text in "$source"/../help/en/*.txt; do
-    # The view reads UTF-16 with CR LF.
-    sed 's/$/\r/' "$text" | iconv -f UTF-8 -t UTF-16 >"$demo/root/pba/help/$(basename "$text")"
-done
+mkdir -p "$demo/root/pba"
 # The view remembers the last user only where this file exists.
 : >"$demo/root/pba/last_usr.txt"
 
@@ -23,9 +17,16 @@ printf '%s\n' "$anna" | "$admin" volume create "$demo/volume.img" --size 64M --u
     --iter-time 500 --password-stdin
 printf '%s\n' "$anna" "$boris" | "$admin" user add --volume "$demo/volume.img" --domain OFFICE boris \
     --password-stdin
+passphrase='correct horse battery'
+printf '%s\n' "$passphrase" | "$admin" recovery keygen --out "$demo/keys" --passphrase-stdin >/dev/null
+printf '%s\n' "$anna" | "$admin" recovery enroll --volume "$demo/volume.img" --admin-key "$demo/keys/recovery.pub" \
+    --escrow "$demo/escrow" --machine demo-laptop --password-stdin
 cat >"$demo/users.txt" <<TXT
 The demonstration's users:
   user anna,  no domain,      password $anna
   user boris, domain OFFICE,  password $boris
+Should one of them forget it, answer the challenge on the screen with
+  $admin recovery respond --key $demo/keys --escrow $demo/escrow --machine demo-laptop --user anna
+and the passphrase $passphrase
 TXT
 touch "$demo/ready"

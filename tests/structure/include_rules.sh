@@ -13,6 +13,8 @@ declare -A may=(
     [src/settings]='(settings|trace|kro|pbe)/|Q'
     # Shared with the administrator's tool, which is free of the toolkit.
     [src/settings/settings_record.h]='kro/'
+    [src/settings/settings_decoder.h]='(settings/settings_record.h|kro/)'
+    [src/settings/settings_decoder.cpp]='settings/settings_decoder.h'
     [src/settings/hotkey_predicates.h]='(settings/settings_record.h|kro/)'
     # The dialogs' forms and the style sheet lie below the widgets, the main window's form above them.
     [src/forms]='forms/|Q'
@@ -20,12 +22,17 @@ declare -A may=(
     # The response input asks the recovery's logic.
     [src/widgets]='(widgets|forms|settings|trace|kro|pbe)/|Q|ui_(pba_message_box|lock_ui_dialog).h|pba/password_recovery.h'
     [src/views]='(views|widgets|forms|settings|trace|kro|pba|pbe)/|Q|ui_pba_main_window.h'
-    [platform]='\./|(kro|pbe)/|Q'
-    [host]='\./|(volume|kro|pba|pbe)/'
+    [platform]='\./|(layouts|kro|pbe)/|Q'
+    # Shared with the administrator's tool, which is free of the toolkit.
+    [platform/layouts]='layouts/'
+    # The host knows how the settings are written, and nothing else of the view.
+    [host]='\./|(recovery|token|volume|kro|pba|pbe)/|settings/settings_(record|decoder).h'
     [host/volume]='\./'
-    [admin]='\./|volume/|settings/(settings_record|hotkey_predicates).h'
+    [host/recovery]='\./|volume/'
+    [host/token]='\./|volume/'
+    [admin]='\./|(recovery|token|volume|layouts)/|kro/|settings/(settings_record|settings_decoder|hotkey_predicates).h'
 )
-ours='^(\./|\.\./|kro/|pba/|pbe/|trace/|settings/|widgets/|forms/|views/|volume/|ui_|[Qq][A-Za-z])'
+ours='^(\./|\.\./|kro/|pba/|pbe/|layouts/|trace/|settings/|widgets/|forms/|views/|volume/|recovery/|token/|ui_|[Qq][A-Za-z])'
 
 lines=$(grep -rE '^\s*#\s*include|<header>' --include='*.h' --include='*.cpp' --include='*.ui' \
     include src platform host admin | sed -nE 's/^([^:]+):\s*(#\s*include\s*|<header>)(["<]?)([^">]+).*/\1 \3\4/p')

@@ -7,7 +7,9 @@
 #include <QTemporaryDir>
 
 #include "pbe/application.h"
+#include "pbe/counter.h"
 #include "pbe/files.h"
+#include "pbe/keyboard.h"
 #include "pbe/log.h"
 #include "pbe/mouse_notifier.h"
 #include "pbe/screen.h"
@@ -19,6 +21,9 @@ struct State
     std::vector<fake_pbe::Message> messages;
     std::uint32_t severity = 1000;
     int mouseCount = 0;
+    std::uint64_t counter = 0;
+    std::uint32_t layout = 0;
+    bool capsLock = false;
     bool repaintOn = true;
     QList<QByteArray> calls;
     std::unique_ptr<QTemporaryDir> root;
@@ -64,6 +69,12 @@ void fake_pbe::SetMouseCount(int count)
     Fake().mouseCount = count;
 }
 
+void fake_pbe::SetKeyboard(std::uint32_t layout, bool capsLock)
+{
+    Fake().layout = layout;
+    Fake().capsLock = capsLock;
+}
+
 bool fake_pbe::IsRepaintOn()
 {
     return Fake().repaintOn;
@@ -98,6 +109,33 @@ std::uint32_t PbeGetLogSeverity()
     return Fake().severity;
 }
 
+std::uint64_t PbeGetPerformanceCounterValue()
+{
+    return ++Fake().counter;
+}
+
+std::uint32_t PbeGetKeyboardLayout()
+{
+    return Fake().layout;
+}
+
+bool PbeIsCapsLockOn()
+{
+    return Fake().capsLock;
+}
+
+const char *PbeGetKeyboardLayoutName(std::uint32_t layout)
+{
+    return layout == 0x0407 ? "German" : nullptr;
+}
+
+// German types all but what is Cyrillic.
+kro::result_t PbeCanTypeText(std::uint32_t layout, const char16_t *text, std::size_t length, bool *canType)
+{
+    *canType = QStringView(text, static_cast<qsizetype>(length)).toString().toLatin1().indexOf('?') < 0;
+    return layout == 0x0407 ? kro::kOk : kro::kNotFound;
+}
+
 void PbeSetBusy(bool busy)
 {
     Fake().calls.append(busy ? "busy on" : "busy off");
@@ -124,6 +162,11 @@ void QPbeScreen::TurnOffScreenRepaint()
 {
     Fake().repaintOn = false;
     Fake().calls.append("repaint off");
+}
+
+void QPbeScreen::SetKeyboardLayout(const QString &identifier)
+{
+    Fake().calls.append("keyboard layout " + identifier.toLatin1());
 }
 
 void QPbeScreen::SetPointerVisible(bool visible)

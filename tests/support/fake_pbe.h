@@ -29,9 +29,10 @@ QByteArray LogText();
 void SetSeverity(std::uint32_t severity);
 
 void SetMouseCount(int count);
+void SetKeyboard(std::uint32_t layout, bool capsLock);
 bool IsRepaintOn();
 // What was asked of screen and application, in order: "repaint on", "repaint off", "pointer shown",
-// "pointer hidden", "busy on", "busy off", "stop".
+// "pointer hidden", "keyboard layout 00000407" and the like, "busy on", "busy off", "stop".
 const QList<QByteArray> &Calls();
 
 // The running system's name of a path of the module.

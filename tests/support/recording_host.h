@@ -29,14 +29,23 @@ public:
 
     bool screenMustChange = false;
     bool tokensConnected = false;
+    // The names that GetTokens answers.
+    QList<QByteArray> tokens;
     bool autologonSuppressed = true;
     bool changeAllowed = false;
+    bool recoveryInProgress = false;
+    bool responseComplete = false;
+    bool responseValid = false;
     Wide domain;
     Wide userName;
+    // What the last SetEntropy brought.
+    QByteArray entropy;
 
     // Handed over in Init.
     pba::IMainView *view = nullptr;
     pba::ILoginByPasswordView *passwordView = nullptr;
+    // Handed over by StartPasswordRecovery.
+    pba::IPasswordRecoveryView *recoveryView = nullptr;
 
     int Count(const QByteArray &call) const { return static_cast<int>(calls.count(call)); }
     void AcceptLogins()
@@ -55,6 +64,7 @@ public:
     Code StartLoginByPassword(pba::ILoginByPasswordView *handed) override { return Start(__func__, handed); }
     Code StartPasswordRecovery(pba::IPasswordRecoveryView *handed) override
     {
+        recoveryView = handed;
         return Start(__func__, handed);
     }
     Code StartLoginByToken(pba::ILoginByTokenView *handed) override { return Start(__func__, handed); }
@@ -79,15 +89,15 @@ public:
     Code CancelChangePassword() override { return Note(__func__); }
 
     Code Reserved() override { return Note(__func__); }
-    Code GetTokens(kro::vector_t<pba::TokenRecord> *) override { return Note(__func__); }
-    Code LoginByToken(std::int32_t, const kro::string_t &) override { return Note(__func__); }
+    Code GetTokens(kro::vector_t<pba::TokenRecord> *list) override;
+    Code LoginByToken(std::int32_t index, const kro::string_t &pin) override;
 
     using Lines = kro::vector_t<kro::string_t>;
-    Code SetEntropy(const kro::vector_t<std::uint8_t> &) override { return Note(__func__); }
-    Code CheckResponseLine(const kro::string_t &) override { return Note(__func__); }
-    Code CheckResponse(const Lines &, bool *, bool *) override { return Note(__func__); }
+    Code SetEntropy(const kro::vector_t<std::uint8_t> &bytes) override;
+    Code CheckResponseLine(const kro::string_t &line) override;
+    Code CheckResponse(const Lines &lines, bool *complete, bool *valid) override;
     Code GotoChangePassword() override { return Note(__func__); }
-    bool IsRecoveryInProgress() override { return Note(__func__) != kro::kOk; }
+    bool IsRecoveryInProgress() override { return recoveryInProgress; }
     Code QuitRecovery() override { return Note(__func__); }
     Code RestartRecovery() override { return Note(__func__); }
 

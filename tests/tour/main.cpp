@@ -1,6 +1,8 @@
-// pba_tour MODULE DIR: walks the screens of the view module as a person meets them, and writes a picture of
-// each to DIR. Needs no display.
+// pba_tour MODULE DIR LANGUAGE: walks the screens of the view module as a person meets them, and writes a
+// picture of each to DIR. Needs no display. LANGUAGE is en or that of a translation.
 #include <cstdio>
+
+#include <QThread>
 
 #include "pbe/log.h"
 #include "stage.h"
@@ -26,6 +28,8 @@ void ShowFirstStart(Stage &stage)
         stage.TakeMessagePicture("login-without-password", logIn);
         stage.Fill("loginPassword", "paper-boat 42");
         stage.TakePicture("login-filled");
+        stage.TakeListPicture("keyboard-languages", "languageSelector");
+        stage.TakeListPicture("keyboard-layouts", "layoutSelector");
     });
 }
 
@@ -33,7 +37,7 @@ void ShowLoginMessages(Stage &stage)
 {
     RecordingHost &host = stage.host;
     const auto logIn = [&] { stage.Click("loginButton"); };
-    const host::Texts texts(nullptr);
+    const host::Texts texts(stage.translator);
     const host::MessageText &wrong = host::kWrongPassword;
     stage.Play([&] { host.view->ShowInitialScreen(); },
                [&] {
@@ -86,6 +90,60 @@ void ShowTests(Stage &stage)
     });
 }
 
+void ShowTokens(Stage &stage)
+{
+    RecordingHost &host = stage.host;
+    stage.options = pba::kOptionLoginByToken | pba::kOptionLoginByPassword;
+    host.tokensConnected = true;
+    const auto request = [&] { host.view->ShowInitialScreen(); };
+    host.tokens = {"Blue card"};
+    stage.Play(request, [&] { stage.TakePicture("one-token"); });
+    host.tokens = {"Blue card", "A security key with a name of many words (2f6a 01c4)"};
+    stage.Play(request, [&] { stage.TakePicture("two-tokens"); });
+    host.tokens.append(QList<QByteArray>(6, "Security-key-without-a-blank-in-its-very-long-name"));
+    stage.Play(request, [&] { stage.TakePicture("eight-tokens"); });
+    host.tokensConnected = false;
+}
+
+void ShowRecovery(Stage &stage)
+{
+    RecordingHost &host = stage.host;
+    stage.options = 0;
+    host.recoveryInProgress = true;
+    host.actions["StartPasswordRecovery"] = [&] { host.recoveryView->StartEntropyCollection(32); };
+    host.actions["SetEntropy"] = [&] {
+        kro::vector_t<kro::string_t> challenge;
+        for (const char *text :
+             {"21X3FJY1884KS2VN", "NBQ0V23M6SD166XN", "5D2TN8AFPGQQY0P2", "AW6T73W95RNF9TDC"})
+            challenge.PushBack(text);
+        host.recoveryView->ShowChallenge(challenge);
+    };
+    host.responseValid = true;
+    const auto quit = [&] { stage.Click("quitRecoveryButton"); };
+    stage.Play([&] { host.view->ShowInitialScreen(); },
+               [&] {
+                   stage.TakeMessagePicture("reset-begins", "button3",
+                                            [&] { stage.Click("temporaryPasswordRecoveryButton2"); });
+                   stage.Type("Random keys, many of");
+                   stage.TakePicture("entropy");
+                   stage.TakeMessagePicture("reset-quit", "button2", quit);
+                   stage.Type("them, until there are enough");
+                   stage.TakePicture("challenge");
+                   // Keys count as random until there is a pause.
+                   QThread::msleep(600);
+                   stage.Click("continueToResponceButton");
+                   stage.Type("vdfptrjfze3f35pam");
+                   host.results["CheckResponseLine"] = kro::kFalse;
+                   stage.Type("2r385js0wggkc16n9");
+                   stage.TakePicture("response-line-rejected");
+                   host.results.clear();
+                   host.responseComplete = true;
+                   stage.Press(Qt::Key_Backspace);
+                   stage.Type("8");
+                   stage.TakePicture("response-accepted");
+               });
+}
+
 // A page that the first screen depends on the options for.
 void ShowFirstPage(Stage &stage, const char *name, std::uint32_t options)
 {
@@ -100,6 +158,8 @@ void ShowAll(Stage &stage)
     stage.WriteText("last_usr.txt", "boris");
     ShowLoginMessages(stage);
     ShowPasswordChange(stage);
+    ShowRecovery(stage);
+    ShowTokens(stage);
     ShowTests(stage);
     PbeSetLogSeverity(kDebugging);
     ShowFirstPage(stage, "debug-logging", pba::kOptionLoginByPassword);
@@ -114,11 +174,11 @@ void ShowAll(Stage &stage)
 
 int main(int argc, char **argv)
 {
-    if (argc != 3) {
-        std::fputs("usage: pba_tour MODULE DIR\n", stderr);
+    if (argc != 4) {
+        std::fputs("usage: pba_tour MODULE DIR LANGUAGE\n", stderr);
         return 2;
     }
-    Stage stage(argv[1], QString::fromLocal8Bit(argv[2]));
+    Stage stage(argv[1], QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3]));
     ShowAll(stage);
     return stage.Faults() == 0 ? 0 : 1;
 }

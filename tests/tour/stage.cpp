@@ -6,14 +6,19 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QProcess>
+#include <QPushButton>
 #include <QScreen>
 #include <QStringConverter>
 #include <QTimer>
 
 #include "pbe/files.h"
 #include "pbe/log.h"
+#include "shown_texts.h"
+#include "translations.h"
 
 namespace {
 
@@ -30,37 +35,35 @@ void Settle()
 
 } // namespace
 
-Stage::Stage(const char *module, const QString &pictures)
+Stage::Stage(const char *module, const QString &pictures, const QString &language)
     : m_pictures(pictures)
 {
     PbeSetLogFile("/dev/null");
     PbeSetFileRoot(m_root.path().toUtf8().constData());
-    PrepareFiles();
+    PrepareFiles(language);
     void *library = dlopen(module, RTLD_NOW | RTLD_LOCAL);
     if (!library)
         qFatal("%s", dlerror());
     m_createMainView = reinterpret_cast<decltype(m_createMainView)>(dlsym(library, "CreateMainView"));
     m_deleteMainView = reinterpret_cast<decltype(m_deleteMainView)>(dlsym(library, "DeleteMainView"));
+    translator = reinterpret_cast<decltype(&CreateTranslator)>(dlsym(library, "CreateTranslator"))();
+    for (const TranslatedText &text : TranslatedTexts(language)) {
+        if (text.forms.first() != text.source)
+            m_englishTexts.insert(text.source);
+    }
 }
 
-void Stage::PrepareFiles()
+void Stage::PrepareFiles(const QString &language)
 {
-    QDir(m_root.path()).mkpath("pba/help");
+    if (QProcess::execute(PBA_SOURCE_DIR "/scripts/put_texts.sh", {PBA_BUILD_DIR, language, m_root.path()}) !=
+        0)
+        qFatal("no texts");
     WriteFile("../display.json", kDisplay);
     qputenv("XDG_RUNTIME_DIR", m_root.path().toUtf8());
     // GLib's event loop runs no timers inside one, and timers set the focus.
     qputenv("QT_NO_GLIB", "1");
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + m_root.filePath("display.json").toUtf8());
     m_pictures.mkpath(".");
-    if (QProcess::execute(PBA_ADMIN, {"settings", "compile", PBA_SOURCE_DIR "/scripts/demo_settings.json",
-                                      m_root.filePath("pba/settings.bin")}) != 0)
-        qFatal("no settings");
-    for (const QFileInfo &info : QDir(PBA_SOURCE_DIR "/help/en").entryInfoList({"*.txt"})) {
-        QFile file(info.filePath());
-        if (!file.open(QIODevice::ReadOnly))
-            qFatal("cannot read %s", qPrintable(info.filePath()));
-        WriteText("help/" + info.fileName(), QString::fromUtf8(file.readAll()));
-    }
 }
 
 void Stage::WriteFile(const QString &name, const QByteArray &bytes)
@@ -91,28 +94,43 @@ void Stage::Play(const std::function<void()> &request, const std::function<void(
     pba::IMainView *view = m_createMainView();
     view->SetBusinessLogic(&host);
     if (view->Run() != kro::kOk)
-        Fault("the view failed behind", "this picture");
+        Fault("the view failed", "after this picture");
     m_deleteMainView(view);
 }
 
 void Stage::TakePicture(const char *name)
 {
-    Settle();
-    QImage picture(QGuiApplication::primaryScreen()->size(), QImage::Format_RGB32);
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    ++m_number;
+    for (const QSize size : {QSize(800, 600), screen}) {
+        Dialog()->resize(size);
+        Settle();
+        CheckTexts(name);
+    }
+    QImage picture(screen, QImage::Format_RGB32);
     picture.fill(Qt::black);
     {
         QPainter painter(&picture);
-        for (QWidget *window : {Dialog(), QApplication::activeModalWidget()}) {
+        for (QWidget *window :
+             {Dialog(), QApplication::activeModalWidget(), QApplication::activePopupWidget()}) {
             if (window)
                 painter.drawPixmap(window->pos(), window->grab());
         }
     }
-    const QString file = QString::asprintf("%02d-%s.png", ++m_number, name);
+    const QString file = QString::asprintf("%02d-%s.png", m_number, name);
     if (!picture.save(m_pictures.filePath(file)))
-        Fault("cannot write", name);
+        Fault("cannot be written", name);
 }
 
-void Stage::TakeMessagePicture(const char *name, const std::function<void()> &act)
+void Stage::TakeListPicture(const char *name, const char *selector)
+{
+    QMenu *list = Find<QPushButton>(selector)->menu();
+    list->popup(QPoint());
+    TakePicture(name);
+    list->close();
+}
+
+void Stage::TakeMessagePicture(const char *name, const char *button, const std::function<void()> &act)
 {
     bool taken = false;
     QTimer watch;
@@ -123,18 +141,48 @@ void Stage::TakeMessagePicture(const char *name, const std::function<void()> &ac
         watch.stop();
         TakePicture(name);
         taken = true;
-        message->reject();
+        if (button)
+            message->findChild<QAbstractButton *>(QString::fromLatin1(button))->click();
+        else
+            message->reject();
     });
     watch.start(0);
     act();
     if (!taken)
-        Fault("no message came up for", name);
+        Fault("no message came up", name);
 }
 
-void Stage::Fault(const char *what, const char *name)
+void Stage::CheckTexts(const char *name)
+{
+    const QWidget *message = QApplication::activeModalWidget();
+    const QWidget *window = message ? message : Dialog();
+    for (const QString &text : ClippedTexts(window))
+        Fault("cut off, in " + QString::number(window->width()) + " pixels: " + text, name);
+    for (const QString &text : ShownTexts(window)) {
+        if (m_englishTexts.contains(text))
+            Fault("not translated: " + text, name);
+    }
+}
+
+void Stage::Type(const char *text)
+{
+    for (const char *key = text; *key; ++key)
+        Press(Qt::Key(QChar::fromLatin1(*key).toUpper().unicode()), QString::fromLatin1(key, 1));
+}
+
+void Stage::Press(Qt::Key key, const QString &text)
+{
+    Settle();
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, text);
+        QApplication::sendEvent(Dialog()->focusWidget(), &event);
+    }
+}
+
+void Stage::Fault(const QString &what, const char *name)
 {
     ++m_faults;
-    std::fprintf(stderr, "pba_tour: %s %02d-%s\n", what, m_number, name);
+    std::fprintf(stderr, "pba_tour: %02d-%s: %s\n", m_number, name, qPrintable(what));
 }
 
 QWidget *Stage::Dialog()

@@ -1,4 +1,4 @@
-// The walk through the screens: every step leaves a picture, and no two steps show the same.
+// The walk through the screens in each language: every step leaves a picture, and no two steps show the same.
 #include <QImage>
 #include <QProcess>
 #include <QSet>
@@ -10,11 +10,18 @@ class TourTest : public QObject
     Q_OBJECT
 
 private slots:
+    void everyScreenHasItsPicture_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const char *language : {"en", "de", "fr", "ru", "ar"})
+            QTest::newRow(language) << language;
+    }
     void everyScreenHasItsPicture()
     {
+        QFETCH(QString, language);
         QTemporaryDir directory;
         QProcess tour;
-        tour.start(PBA_TOUR, {PBA_MODULE, directory.path()});
+        tour.start(PBA_TOUR, {PBA_MODULE, directory.path(), language});
         QVERIFY(tour.waitForFinished(240000));
         QVERIFY2(tour.exitCode() == 0, tour.readAllStandardError());
 

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# add_demo_token.sh PBA_ADMIN DIR: gives the demonstration in DIR a token made of software, for ./run --token.
+set -euo pipefail
+admin=$1
+token=$2/token
+# The demonstration's, like its passwords: whoever runs it reads it on the terminal.
+pin=2468
+
+rm -rf "$token"
+"$(dirname "$0")/soft_token.sh" "$token" 'Demo card' "$pin"
+password=$(sed -n 's/.*user anna,.*password //p' "$2/users.txt")
+printf '%s\n' "$password" "$pin" | SOFTHSM2_CONF=$token/softhsm2.conf "$admin" token add --user anna \
+    --volume "$2/volume.img" --token 'pkcs11:token=Demo%20card' \
+    --pkcs11-module /usr/lib/softhsm/libsofthsm2.so --password-stdin
+echo "  token \"Demo card\" of user anna, PIN $pin" >"$token/pin.txt"

@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# recovery.sh BIN READER: a person has forgotten the password, calls the administrator, and sets a new one with keys
+# and mouse. The script is both of them. READER tells what stands on the screen.
+bin=$1
+reader=$2
+. "$(dirname "$0")/steps.sh"
+forgotten='Paper-boat 42'
+password='Green quill 7'
+passphrase='correct horse battery'
+machine=demo-laptop # as the settings have it
+screen=$work/screen
+run_by=(env "LD_PRELOAD=$reader" "SCREEN_READER_REPORT=$screen")
+
+shows() { cut -f 4 "$screen" 2>/dev/null | grep -qF -- "$1"; }
+recovery() { "$bin/pba_admin" recovery "$@" || fail "pba_admin recovery $1 fails."; }
+status_says() { recovery status --volume "$work/volume.img" | grep -qF -- "$1" || fail "The status does not say: $1."; }
+
+click_on()
+{
+    local place
+    place=$(awk -F '\t' -v name="$1" '$1 == name { print $2, $3 }' "$screen")
+    [ -n "$place" ] || fail "There is no $1 on the screen: $(cat "$screen")"
+    xdotool mousemove $place click 1
+}
+
+# Up to the challenge, which is left in `challenge`, a string a line.
+gather_entropy()
+{
+    local i keys=(a s d f g h j k l q w e r t z u)
+    wait_for "the first step" shows 'Step 1: Entropy'
+    for ((i = 0; i < 100; i++)); do xdotool mousemove $((100 + i * 7)) $((700 - i * 5)); done
+    for ((i = 0; i < 600; i++)); do
+        ! shows 'Step 2: Challenge' || break
+        xdotool key "${keys[i % ${#keys[@]}]}"
+    done
+    wait_for "the second step" shows 'Step 2: Challenge'
+    sleep 0.6 # keys that follow at once count as hammered on
+    challenge=$(sort -t $'\t' -n -k 3 "$screen" | cut -f 4 | grep -xE '([0-9A-Z]{4} ?){4}') || fail "There is no challenge on the screen."
+}
+
+prepare "$forgotten"
+printf '%s\n' "$passphrase" | recovery keygen --out "$work/keys" --passphrase-stdin >/dev/null
+printf '%s\n' "$forgotten" | recovery enroll --volume "$work/volume.img" --admin-key "$work/keys/recovery.pub" \
+    --escrow "$work/escrow" --machine "$machine" --password-stdin
+status_says 'not used yet'
+
+start_screen
+wait_for "the login page" shows 'Forgot your password?'
+click_on startPasswordRecoveryButton
+close_message # CONTINUE
+gather_entropy
+former=$challenge
+click_on restartRecoveryButton
+close_message # RESTART
+gather_entropy
+[ "$challenge" != "$former" ] || fail "The challenge is the same as before."
+
+shows "$machine" || fail "The computer's name is not on the screen."
+answer=$(printf '%s\n' "$passphrase" "$challenge" | recovery respond --key "$work/keys" --escrow "$work/escrow" \
+    --machine "$machine" --user Boris --passphrase-stdin)
+mapfile -t lines < <(sed 's/^String [12]: //; s/ //g' <<<"$answer")
+xdotool key Return
+wait_for "the third step" shows 'Step 3: Response'
+type_text "${lines[1]}" # the second line first
+wait_for "a rejected line" shows 'Rejected'
+xdotool key ctrl+a
+type_text "${lines[0],,}"
+wait_for "the second line" shows 'String 2:'
+type_text "${lines[1]}"
+wait_for "the accepted response" shows 'Response is accepted'
+xdotool key Return
+wait_for "the new password's page" shows 'Domain: OFFICE, User: boris'
+! shows Cancel || fail "The new password may be declined."
+type_text "$password"
+xdotool key Tab
+type_text "$password"
+xdotool key Return
+pass_word_about_layouts
+expect_end 0
+status_says 'used; renew it'
+for secret in "${lines[@]}" "$password" "$forgotten"; do
+    ! logged "$secret" || fail "A secret is in the log."
+done
+
+# A second process knows the new password and the old one no more.
+start_screen
+log_on OFFICE boris "$forgotten"
+close_message
+type_text "$password"
+xdotool key Return
+expect_end 0

@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# token.sh BIN PROXY VIRTUAL_CARD: a person logs on with a token that comes and goes. The card service tells that a
+# card came or went; what it is, is for the proxy before SoftHSM to say.
+bin=$1
+proxy=$2
+virtual_card=$3
+. "$(dirname "$0")/steps.sh"
+password='Paper-boat 42'
+pin=83254617
+pcscd --foreground >"$work/pcscd" 2>&1 &
+service=$!
+card=
+trap 'kill $service $card $host 2>/dev/null || true; rm -rf "$work"' EXIT
+
+export SOFTHSM2_CONF=$work/tokens/softhsm2.conf TOKEN_PROXY=$work/control
+insert() { : >"$TOKEN_PROXY"; "$virtual_card" & card=$!; }
+remove() { echo 'hide Anna' >"$TOKEN_PROXY"; kill "$card"; wait "$card" || true; card=; }
+times() { [ "$(grep -cF -- "$2" "$log")" -eq "$1" ]; }
+token_pages() { times "$1" $'pba::QtViewImpl::ShowLoginByTokenScreen\tEND: 0x00000000'; }
+password_pages() { times "$1" $'pba::QtViewImpl::ShowLoginByPasswordScreen\tEND: 0x00000000'; }
+enter_pin() { type_text "$1"; xdotool key Return; }
+
+prepare "$password"
+: >"$TOKEN_PROXY"
+"$(dirname "$0")/../../scripts/soft_token.sh" "$work/tokens" Anna "$pin"
+printf '%s\n' "$password" "$pin" | "$bin/pba_admin" token add --volume "$work/volume.img" --user anna \
+    --token pkcs11:token=Anna --pkcs11-module "$proxy" --password-stdin
+echo 'hide Anna' >"$TOKEN_PROXY"
+
+# The token appears, and disappears while its PIN is half typed.
+start_screen --pkcs11-module "$proxy"
+wait_for "the password page" password_pages 1
+insert
+wait_for "the token's page" token_pages 1
+type_text "${pin:0:4}"
+remove
+wait_for "the password page again" password_pages 2
+insert
+wait_for "the token's page again" token_pages 2
+
+enter_pin "${pin/8/9}"
+close_message
+logged 'Login by token refused: wrong PIN' || fail "The token has not refused the PIN."
+enter_pin "$pin"
+expect_end 0
+! grep -qE "${pin:0:4}|${pin/8/9}" "$log" || fail "A PIN is in the log."
+
+# A token that is there from the beginning.
+start_screen --pkcs11-module "$proxy"
+wait_for "the token's page" token_pages 1
+enter_pin "$pin"
+expect_end 0
