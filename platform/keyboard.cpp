@@ -1,5 +1,7 @@
 #include "keyboard.h"
 
+#include <utility>
+
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScopedValueRollback>
@@ -93,13 +95,27 @@ void Keyboard::SetLayout(const QString &identifier)
         LogOwn(kErrors, "unknown keyboard layout: " + identifier.toStdString());
         return;
     }
+    // Again each time: the filter that is installed last sees an event first.
+    qApp->installEventFilter(this);
+    m_chosen = layout;
+}
+
+std::uint32_t Keyboard::Layout()
+{
+    PutInForce();
+    return m_keymap ? m_keymap->ItsLayout().id : 0;
+}
+
+void Keyboard::PutInForce()
+{
+    const layouts::Layout *layout = std::exchange(m_chosen, nullptr);
+    if (!layout)
+        return;
     const layouts::Keymap *keymap = layouts::Keymap::Of(*layout);
     if (!keymap) {
         LogOwn(kErrors, std::string("no data for the keyboard layout ") + layout->name);
         return;
     }
-    // Again each time: the filter that is installed last sees an event first.
-    qApp->installEventFilter(this);
     m_keymap = keymap;
     if (!m_composer)
         m_composer.emplace();
@@ -119,6 +135,7 @@ bool Keyboard::eventFilter(QObject *receiver, QEvent *event)
         return false;
     if (type != QEvent::ShortcutOverride)
         m_states.Note(*keyEvent);
+    PutInForce();
     if (!m_keymap)
         return false;
     Translate(receiver, keyEvent);

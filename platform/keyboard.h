@@ -34,7 +34,7 @@ public:
     // An unknown identifier leaves the layout in force and is logged.
     void SetLayout(const QString &identifier);
     // 0 before the first one.
-    std::uint32_t Layout() const { return m_keymap ? m_keymap->ItsLayout().id : 0; }
+    std::uint32_t Layout();
 
     bool IsCapsLockOn() const { return m_states.IsCapsLockOn(); }
 
@@ -48,7 +48,12 @@ private:
     void SendText(QObject *window, const QKeyEvent &cause, const QString &text);
     bool Send(QObject *window, QEvent::Type type, const QKeyEvent &cause, const Reading &reading);
 
+    void PutInForce();
+
     KeyStates m_states;
+    // Not yet in force: its data is read when the first key or question needs it, for that takes as long as a
+    // third of the first screen.
+    const layouts::Layout *m_chosen = nullptr;
     const layouts::Keymap *m_keymap = nullptr;
     std::optional<layouts::Composer> m_composer;
     // The event that is being sent and not to be read again. One that comes meanwhile, from the loop of a

@@ -33,8 +33,12 @@ kro::result_t PbeCanTypeText(std::uint32_t layout, const char16_t *text, std::si
 
 std::uint32_t PbeGetKeyboardLayout()
 {
-    const Application *application = Application::Current();
-    return application ? application->keyboard.Layout() : 0;
+    Application *application = Application::Current();
+    try {
+        return application ? application->keyboard.Layout() : 0;
+    } catch (const std::bad_alloc &) {
+        return 0;
+    }
 }
 
 bool PbeIsCapsLockOn()
