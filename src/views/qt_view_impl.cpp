@@ -41,6 +41,7 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     , m_recoveryAdapter(new QtPasswordRecoveryView(*this))
     , m_tokenAdapter(new QtLoginByTokenView(*this))
     , m_testBootTimer(new QTimer(this))
+    , m_savedTimer(new QTimer(this))
     , m_settings(new Settings)
 {
     // Before there are children: flags set later make each of them look up its style anew.
@@ -53,6 +54,7 @@ QtViewImpl::QtViewImpl(IMainView *owner)
         widget->hide();
     m_testBootTimer->setSingleShot(true);
     m_testBootTimer->setTimerType(Qt::PreciseTimer);
+    m_savedTimer->setSingleShot(true);
     Form().newPassword->setMaxLength(kNewPasswordLimit);
     Form().confirmNewPassword->setMaxLength(kNewPasswordLimit);
     SetScreen(kScreenStarting);

@@ -181,6 +181,7 @@ private:
     void FillLayouts(int languageIndex);
     void SetKeyboardLayoutByIndex(int layoutIndex);
     void SetTextDirection(bool rightToLeft);
+    void DirectField(QObject *object);
     const InputLanguage &Language(int index);
 
     // Hot keys
@@ -231,6 +232,7 @@ private:
     // The layout last chosen in each language, and the identifiers of the layouts that the selector offers.
     std::vector<int> m_chosenLayouts;
     std::vector<std::uint32_t> m_layoutIds;
+    bool m_rightToLeft = false;
     ToolkitHotkey m_languageSwitchHotkey;
     ToolkitHotkey m_keyboardLayoutSwitchHotkey;
     // Kept with the others; pressing it is no business of the view.
@@ -240,8 +242,9 @@ private:
     bool m_nextLanguagePressed = false;
     bool m_nextLayoutPressed = false;
 
-    // The last two: a child of the dialog is announced to it by an event, for which the rest must be ready.
+    // The last ones: a child of the dialog is announced to it by an event, for which the rest must be ready.
     QTimer *m_testBootTimer = nullptr;
+    QTimer *m_savedTimer = nullptr;
     boost::scoped_ptr<Settings> m_settings;
 };
 

@@ -34,6 +34,9 @@ void QtViewImpl::BuildLayoutHotkeys()
 
 bool QtViewImpl::eventFilter(QObject *object, QEvent *event)
 {
+    // Comes once to each widget, before it is first shown.
+    if (event->type() == QEvent::Polish)
+        DirectField(object);
     if (event->type() == QEvent::KeyPress && HandleHotkeyPress(static_cast<const QKeyEvent &>(*event)))
         return true;
     if (event->type() == QEvent::KeyRelease && HandleHotkeyRelease(static_cast<const QKeyEvent &>(*event)))

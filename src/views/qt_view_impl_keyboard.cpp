@@ -75,9 +75,18 @@ void QtViewImpl::SetKeyboardLayoutByIndex(int layoutIndex)
 
 void QtViewImpl::SetTextDirection(bool rightToLeft)
 {
+    m_rightToLeft = rightToLeft;
     const auto edits = findChildren<QLineEdit *>();
     for (QLineEdit *edit : edits)
         SetDirection(edit, rightToLeft);
+}
+
+// Also those that come later: tokens' fields, lines of a response.
+void QtViewImpl::DirectField(QObject *object)
+{
+    auto *edit = qobject_cast<QLineEdit *>(object);
+    if (edit && isAncestorOf(edit))
+        SetDirection(edit, m_rightToLeft);
 }
 
 void QtViewImpl::OnSetKeyboardLanguage(int langIndex)

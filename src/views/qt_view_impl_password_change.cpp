@@ -10,6 +10,8 @@ namespace pba {
 
 namespace {
 
+constexpr int kSavedHopMs = 1;
+
 QString UserLabel(const QString &domain, const QString &userName)
 {
     if (domain.isEmpty())
@@ -24,6 +26,7 @@ void QtViewImpl::ConnectPasswordChangePage()
     connect(Form().changePasswordButton, &QPushButton::clicked, this, &QtViewImpl::OnChangePassword);
     connect(Form().saveNewPasswordButton, &QPushButton::clicked, this, &QtViewImpl::OnSavePassword);
     connect(Form().cancelPasswordChange, &QPushButton::clicked, this, &QtViewImpl::OnCancelChangePassword);
+    connect(m_savedTimer, &QTimer::timeout, this, &QtViewImpl::CallDeferredStateChange);
 }
 
 void QtViewImpl::OnChangePassword()
@@ -110,6 +113,9 @@ void QtViewImpl::OnSavePassword()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::OnSavePassword";
     TraceScope trace(kMember);
+    // Return pressed once more while the host was at work: the password that it has just taken is saved.
+    if (m_savedTimer->isActive())
+        return;
     if (Form().newPassword->text() != Form().confirmNewPassword->text()) {
         ShowMessage(tr("Wrong password"),
                     tr("New password is not confirmed. Please confirm your new password."), kSeverityWarning,
@@ -122,7 +128,7 @@ void QtViewImpl::OnSavePassword()
         result = m_passwordLogic->ChangePassword(newPassword.Get());
     }
     if (Succeeded(result, trace, kMember, report_line::kOnSavePassword))
-        QTimer::singleShot(1, this, &QtViewImpl::CallDeferredStateChange);
+        m_savedTimer->start(kSavedHopMs);
 }
 
 void QtViewImpl::OnCancelChangePassword()

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
@@ -49,7 +50,8 @@ kro::string_t WithoutDots(const QString &text)
     return line;
 }
 
-// A line into which a click leads to the first empty place: behind it the mask would refuse what is typed.
+// A line that reads from left to right in every language: its groups would change places. A click into it
+// leads to the first empty place: behind it the mask would refuse what is typed.
 class ResponseLine : public QLineEdit
 {
 public:
@@ -62,12 +64,30 @@ public:
     }
 
 protected:
+    void changeEvent(QEvent *event) override
+    {
+        QLineEdit::changeEvent(event);
+        if (event->type() == QEvent::LayoutDirectionChange)
+            ReadFromLeftToRight();
+    }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() != Qt::Key_Direction_R)
+            QLineEdit::keyPressEvent(event);
+    }
     void mouseReleaseEvent(QMouseEvent *event) override
     {
         QLineEdit::mouseReleaseEvent(event);
         const auto blank = static_cast<int>(displayText().indexOf(u'_'));
         if (blank >= 0 && blank < cursorPosition() && !hasSelectedText())
             setCursorPosition(blank);
+    }
+
+private:
+    void ReadFromLeftToRight()
+    {
+        QKeyEvent direction(QEvent::KeyPress, Qt::Key_Direction_L, Qt::NoModifier);
+        QLineEdit::keyPressEvent(&direction);
     }
 };
 

@@ -8,6 +8,7 @@
 #include "views/hotkeys.h"
 #include "views/session.h"
 #include "widgets/pba_combo_box.h"
+#include "widgets/response_input.h"
 
 // Languages are switched by Alt+Shift, layouts by Ctrl+Space; Ctrl+1 and Ctrl+Shift+2 jump.
 static const pba::ConstantSettingsRecord kSettings{
@@ -42,6 +43,22 @@ static QString Keyboard(int key = 0, Qt::KeyboardModifiers held = {})
            QString::fromLatin1(layout) +
            (Session::Field("newPassword")->layoutDirection() == Qt::RightToLeft ? u" mirrored"_qs
                                                                                 : QString());
+}
+
+// But a response keeps the order of its groups, in which it is read out.
+static void FieldsThatComeLaterAreMirroredToo()
+{
+    auto *input = Session::Find<ResponseInput>("responseInput");
+    input->StartInput(nullptr);
+    auto *line = input->findChildren<QLineEdit *>().last();
+    line->ensurePolished();
+    QCOMPARE(line->layoutDirection(), Qt::RightToLeft);
+    line->setText(u"1234.ABCD"_qs);
+    const auto placeOf = [line](int position) {
+        line->setCursorPosition(position);
+        return line->inputMethodQuery(Qt::ImCursorRectangle).toRect().x();
+    };
+    QVERIFY(placeOf(0) < placeOf(9));
 }
 
 class TestKeyboard : public QObject
@@ -107,6 +124,7 @@ private slots:
             QCOMPARE(Keyboard(Qt::Key_Shift, A), u"English UK 00000809");
             QCOMPARE(Keyboard(Qt::Key_Alt, S), u"Hebrew Hebrew 0000040d mirrored");
             QCOMPARE(Keyboard(Qt::Key_Space, C), u"Hebrew Hebrew 0000040d mirrored");
+            FieldsThatComeLaterAreMirroredToo();
             QCOMPARE(Keyboard(Qt::Key_Shift, A), u"French AZERTY 0001040c");
             QCOMPARE(Keyboard(Qt::Key_1, C), u"English US 00000409");
             QCOMPARE(Keyboard(Qt::Key_At, C | S), u"French AZERTY 0001040c");

@@ -209,9 +209,12 @@ private slots:
             QCOMPARE(Session::Field("confirmNewPassword")->text(), u"new");
             // The host judges.
             QCOMPARE(enter({}, {}), "ChangePassword()");
-            QCOMPARE(enter(u"n3w"_qs, u"n3w"_qs), "ChangePassword(n3w)");
-
             QTRY_VERIFY(Session::Find("cancelPasswordChange")->isVisible());
+            // Return was pressed twice: the host has taken the password by then.
+            for (int times = 0; times < 2; ++times)
+                QCOMPARE(enter(u"n3w"_qs, u"n3w"_qs), "ChangePassword(n3w)");
+            QCOMPARE(session.host.Count("ChangePassword(n3w)"), 1);
+            QTest::qWait(20);
             QCOMPARE(Session::Label("changePasswordUserNameLabel")->text(), u"Domain: DOM%1, User: u%0");
             Session::Click("cancelPasswordChange");
             QCOMPARE(session.host.calls.last(), "CancelChangePassword");
