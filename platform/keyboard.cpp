@@ -44,8 +44,7 @@ Reading ReadCharacter(const QKeyEvent &event, const HeldKey &how)
     const layouts::Keymap &keymap = *how.keymap;
     Reading reading{Qt::Key_unknown, how.modifiers, keymap.Symbol(scanCode, how.levels), {}};
     reading.modifiers.setFlag(Qt::KeypadModifier, IsKeypad(scanCode));
-    reading.key =
-        reading.modifiers & kCommand ? KeyOfCommand(scanCode, keymap) : KeyOfSymbol(reading.symbol);
+    reading.key = reading.modifiers & kCommand ? KeyOfCommand(scanCode, keymap) : KeyOfSymbol(reading.symbol);
     if (!reading.modifiers.testFlag(Qt::ControlModifier))
         reading.text = QString::fromStdU16String(keymap.Text(scanCode, how.levels));
     else if (IsLatinLetter(reading.key))
@@ -63,7 +62,9 @@ Reading Read(const QKeyEvent &event, const HeldKey &how)
     // With Shift some servers call Alt another key.
     if (IsModifier(key))
         return {key, how.modifiers, symbol, {}};
-    return {static_cast<Qt::Key>(event.key()), how.modifiers, symbol, event.text()};
+    // The window system's own layout may have a character where this one has none.
+    const bool isCharacter = !event.text().isEmpty() && event.text().at(0).isPrint();
+    return {static_cast<Qt::Key>(event.key()), how.modifiers, symbol, isCharacter ? QString() : event.text()};
 }
 
 const layouts::Layout *FindLayout(const QString &identifier)

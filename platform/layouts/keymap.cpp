@@ -91,7 +91,8 @@ Keymap::Keymap(const Layout &layout, XkbKeymap keymap)
     , m_shift(MaskOf(XKB_KEY_Shift_L))
     , m_level3(MaskOf(XKB_KEY_ISO_Level3_Shift))
     , m_level5(MaskOf(XKB_KEY_ISO_Level5_Shift))
-    , m_capsLock(MaskOf(XKB_KEY_Caps_Lock))
+    // Not by its key: some layouts have another one there.
+    , m_capsLock(xkb_mod_mask_t{1} << xkb_keymap_mod_get_index(m_keymap.get(), XKB_MOD_NAME_CAPS))
     , m_numLock(MaskOf(XKB_KEY_Num_Lock))
 {
 }
@@ -114,8 +115,7 @@ void Keymap::Hold(const Modifiers &modifiers) const
 {
     const xkb_mod_mask_t held = (modifiers.shift ? m_shift : 0) | (modifiers.level3 ? m_level3 : 0) |
                                 (modifiers.level5 ? m_level5 : 0);
-    const xkb_mod_mask_t locked =
-        (modifiers.capsLock ? m_capsLock : 0) | (modifiers.numLock ? m_numLock : 0);
+    const xkb_mod_mask_t locked = (modifiers.capsLock ? m_capsLock : 0) | (modifiers.numLock ? m_numLock : 0);
     xkb_state_update_mask(m_state.get(), held, 0, locked, 0, 0, 0);
 }
 

@@ -1,5 +1,5 @@
-// What keys type by the layout of the screen, with the events of a framebuffer: scan codes, and the reading of
-// a layout that is always wrong.
+// What keys type by the layout of the screen, with the events of a framebuffer: scan codes, and the reading
+// of a layout that is always wrong.
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
@@ -19,8 +19,8 @@ constexpr quint32 kBackspace = 22, kReturn = 36, kShift = 50;
 quint32 KeyOf(QChar key)
 {
     const QString places = u"1234567890-=  qwertyuiop[]  asdfghjkl;'` \\zxcvbnm,./     "_qs;
-    const QHash<QChar, quint32> others{{u'<', 94},  {u'⇧', kShift}, {u'⌥', 108},        {u'⌃', 37},
-                                       {u'⎈', 105}, {u'⇪', 66},     {u'⇭', 77},         {u'⑦', 79},
+    const QHash<QChar, quint32> others{{u'<', 94},  {u'⇧', kShift},  {u'⌥', 108},        {u'⌃', 37},
+                                       {u'⎈', 105}, {u'⇪', 66},      {u'⇭', 77},         {u'⑦', 79},
                                        {u' ', 65},  {u'⏎', kReturn}, {u'⌫', kBackspace}, {u'←', 113}};
     return others.value(key, static_cast<quint32>(10 + places.indexOf(key)));
 }
@@ -97,6 +97,8 @@ private Q_SLOTS:
         row("shift and level 3", 0x407, u"q⌥q⇧q⌥e⇧2⌥<-", u"q@Q€\"|ß");
         row("caps lock", 0x407, u"⇪a⇧a;⇧21⇪a", u"AaÖ\"1a");
         row("caps lock where the key does not mind it", 0x40c, u"2⇪2⇪2", u"éÉé");
+        row("caps lock where another key is in its place", 0x411, u"⇪a⇪a", u"Aa");
+        row("key that the layout does not have", 0x411, u"a`a", u"aa");
         row("keypad", 0x407, u"⇭⑦⇭", u"7");
         row("dead keys", 0x407, u"=a⇧=e`⇧a= ⇧= ", u"áèÂ'`");
         row("dead key twice", 0x407, u"==`q", u"´^q");
@@ -196,7 +198,8 @@ private Q_SLOTS:
         for (const uint layout : {0x407U, 0x409U, 0x419U, 0x401U, 0x10416U}) {
             bool can = false;
             const auto *characters = reinterpret_cast<const char16_t *>(text.utf16());
-            QCOMPARE(PbeCanTypeText(layout, characters, static_cast<std::size_t>(text.size()), &can), kro::kOk);
+            QCOMPARE(PbeCanTypeText(layout, characters, static_cast<std::size_t>(text.size()), &can),
+                     kro::kOk);
             if (can)
                 able.append(layout);
         }
