@@ -1,6 +1,7 @@
 #include "configured_layouts.h"
 
 #include <algorithm>
+#include <set>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -50,9 +51,11 @@ std::vector<pba::KeyboardLayout> ConfiguredLayouts()
 std::u16string LayoutsThatCannotType(std::u16string_view text)
 {
     std::u16string names;
+    std::set<std::u16string> named; // several languages may have the same layout
     for (const pba::KeyboardLayout &layout : ConfiguredLayouts()) {
         bool canType = true;
-        if (kro::Failed(PbeCanTypeText(layout.layoutId, text.data(), text.size(), &canType)) || canType)
+        if (kro::Failed(PbeCanTypeText(layout.layoutId, text.data(), text.size(), &canType)) || canType ||
+            !named.insert(layout.name).second)
             continue;
         names += names.empty() ? u"" : u", ";
         names += layout.name;
