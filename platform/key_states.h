@@ -37,6 +37,8 @@ public:
     void ReleaseAll() { m_held.clear(); }
 
     bool IsCapsLockOn() const { return m_capsLock; }
+    bool IsNumLockOn() const { return m_numLock; }
+    void SetNumLock(bool on) { m_numLock = on; }
 
     // What chooses among the characters of a key.
     layouts::Modifiers Levels(const QKeyEvent &event) const;

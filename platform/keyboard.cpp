@@ -79,6 +79,11 @@ const layouts::Layout *FindLayout(const QString &identifier)
 Keyboard::Keyboard()
 {
     qApp->installEventFilter(this);
+    if (QGuiApplication::platformName() == u"linuxfb") {
+        m_lights.emplace();
+        m_states.SetNumLock(m_lights->StartsWithNumLock());
+        ShowLocks();
+    }
     connect(qGuiApp, &QGuiApplication::focusObjectChanged, this, [this] {
         if (m_composer)
             m_composer->Reset();
@@ -134,13 +139,21 @@ bool Keyboard::eventFilter(QObject *receiver, QEvent *event)
     auto *keyEvent = static_cast<QKeyEvent *>(event);
     if (event == m_sent || !receiver->isWindowType() || keyEvent->nativeScanCode() == 0)
         return false;
-    if (type != QEvent::ShortcutOverride)
+    if (type != QEvent::ShortcutOverride) {
         m_states.Note(*keyEvent);
+        ShowLocks();
+    }
     PutInForce();
     if (!m_keymap)
         return false;
     Translate(receiver, keyEvent);
     return true;
+}
+
+void Keyboard::ShowLocks()
+{
+    if (m_lights)
+        m_lights->Show(m_states.IsCapsLockOn(), m_states.IsNumLockOn());
 }
 
 void Keyboard::Translate(QObject *window, QKeyEvent *event)

@@ -14,6 +14,7 @@
 #include "key_states.h"
 #include "layouts/composer.h"
 #include "layouts/keymap.h"
+#include "lock_lights.h"
 
 namespace pbe {
 
@@ -42,6 +43,7 @@ protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
+    void ShowLocks();
     void Translate(QObject *window, QKeyEvent *event);
     HeldKey HowToRead(const QKeyEvent &event) const;
     bool Compose(QObject *window, const QKeyEvent &event, Reading &reading);
@@ -51,6 +53,8 @@ private:
     void PutInForce();
 
     KeyStates m_states;
+    // Only where the window system leaves the lights alone.
+    std::optional<LockLights> m_lights;
     // Not yet in force: its data is read when the first key or question needs it, for that takes as long as a
     // third of the first screen.
     const layouts::Layout *m_chosen = nullptr;

@@ -7,7 +7,13 @@
 #include <QTest>
 #include <QTimer>
 
+#include <fcntl.h>
+#include <linux/kd.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 #include "layouts/layout_table.h"
+#include "lock_lights.h"
 #include "pbe/keyboard.h"
 #include "pbe/screen.h"
 
@@ -177,6 +183,31 @@ private Q_SLOTS:
         });
         Typed(u"y⏎"_qs);
         QCOMPARE(typed, u"z@"_qs);
+    }
+
+    // On the console itself, where one may.
+    void LightsFollowTheLocks()
+    {
+        const int console = open("/dev/tty0", O_RDWR | O_NOCTTY);
+        char before = 0;
+        if (ioctl(console, KDGKBLED, &before) != 0)
+            QSKIP("no console");
+        const auto lit = [console] {
+            char lights = 0;
+            return ioctl(console, KDGETLED, &lights) == 0 ? int(lights) : -1;
+        };
+        for (const int locks : {0, LED_NUM}) {
+            ioctl(console, KDSKBLED, locks);
+            pbe::LockLights lights;
+            QCOMPARE(lights.StartsWithNumLock(), locks == LED_NUM);
+            lights.Show(true, false);
+            QTRY_COMPARE(lit(), LED_CAP);
+            lights.Show(true, true);
+            QTRY_COMPARE(lit(), LED_CAP | LED_NUM);
+        }
+        QTRY_COMPARE(lit(), LED_NUM);
+        ioctl(console, KDSKBLED, before);
+        close(console);
     }
 
     void Queries_data()
