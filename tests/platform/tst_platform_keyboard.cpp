@@ -1,9 +1,11 @@
-// What keys type by the layout of the screen, with the events of a framebuffer: scan codes, and the reading
-// of a layout that is always wrong.
+// What keys type by the layout of the screen: with the events of a framebuffer, which have scan codes and the
+// reading of a layout that is always wrong, and with those of an X server that has a layout of its own.
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QLineEdit>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -54,6 +56,18 @@ bool Choose(std::uint32_t layout)
     return PbeGetKeyboardLayout() == layout;
 }
 
+// Presses keys of the X server. "50+29 29": Shift with a key, then the key alone. No key twice running:
+// without a pause the toolkit takes that for a repetition.
+QStringList XdotoolArguments(const QString &keys)
+{
+    return QStringList{u"key"_qs, u"--delay"_qs, u"0"_qs} + keys.split(u' ');
+}
+
+bool PressAtTheServer(const QString &keys)
+{
+    return QProcess::execute(u"xdotool"_qs, XdotoolArguments(keys)) == 0;
+}
+
 } // namespace
 
 class TestKeyboard : public QObject
@@ -92,38 +106,37 @@ private Q_SLOTS:
         QVERIFY(layout == layouts::All().end());
     }
 
-    void Typing_data()
-    {
-        QTest::addColumn<uint>("layout");
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, uint layout, const char16_t *keys, const char16_t *text) {
-            QTest::newRow(name) << layout << QString::fromUtf16(keys) << QString::fromUtf16(text);
-        };
-        row("shift and level 3", 0x407, u"q⌥q⇧q⌥e⇧2⌥<-", u"q@Q€\"|ß");
-        row("caps lock", 0x407, u"⇪a⇧a;⇧21⇪a", u"AaÖ\"1a");
-        row("caps lock where the key does not mind it", 0x40c, u"2⇪2⇪2", u"éÉé");
-        row("caps lock where another key is in its place", 0x411, u"⇪a⇪a", u"Aa");
-        row("key that the layout does not have", 0x411, u"a`a", u"aa");
-        row("keypad", 0x407, u"⇭⑦⇭", u"7");
-        row("dead keys", 0x407, u"=a⇧=e`⇧a= ⇧= ", u"áèÂ'`");
-        row("dead key twice", 0x407, u"==`q", u"´^q");
-        row("dead keys that do not go together", 0x407, u"=⇧=a", u"'à");
-        row("dead key behind a caps lock", 0x407, u"=⇪a⇪", u"Á");
-        row("dead key taken back", 0x407, u"a=⌫a", u"aa");
-        row("dead key and what moves the cursor", 0x407, u"ab`←c", u"abc^");
-        row("international", 0x20409, u"'e'c'⇧c⇧'u`adon't⌥5", u"éçÇüàdon't€");
-        row("portuguese of Brazil", 0x10416, u"[a'o;⇧6a", u"áõçä");
-        row("several dead keys", 0x408, u"⇧;;i⇧;i;v", u"ΐϊώ");
-        row("ligature", 0x401, u"bgh", u"لالا");
-        row("level 5", 0x11009, u"o⎈oo", u"oøo");
-    }
     void Typing()
     {
-        QFETCH(uint, layout);
-        QFETCH(QString, keys);
-        QVERIFY(Choose(layout));
-        QTEST(Typed(keys), "text");
+        const struct
+        {
+            const char *name;
+            uint layout;
+            QString keys, text;
+        } rows[] = {
+            {"shift and level 3", 0x407, u"q⌥q⇧q⌥e⇧2⌥<-"_qs, u"q@Q€\"|ß"_qs},
+            {"caps lock", 0x407, u"⇪a⇧a;⇧21⇪a"_qs, u"AaÖ\"1a"_qs},
+            {"caps lock where the key does not mind it", 0x40c, u"2⇪2⇪2"_qs, u"éÉé"_qs},
+            {"caps lock where another key is in its place", 0x411, u"⇪a⇪a"_qs, u"Aa"_qs},
+            {"key that the layout does not have", 0x411, u"a`a"_qs, u"aa"_qs},
+            {"keypad", 0x407, u"⇭⑦⇭"_qs, u"7"_qs},
+            {"dead keys", 0x407, u"=a⇧=e`⇧a= ⇧= "_qs, u"áèÂ'`"_qs},
+            {"dead key twice", 0x407, u"==`q"_qs, u"´^q"_qs},
+            {"dead keys that do not go together", 0x407, u"=⇧=a"_qs, u"'à"_qs},
+            {"dead key behind a caps lock", 0x407, u"=⇪a⇪"_qs, u"Á"_qs},
+            {"dead key taken back", 0x407, u"a=⌫a"_qs, u"aa"_qs},
+            {"dead key and what moves the cursor", 0x407, u"ab`←c"_qs, u"abc^"_qs},
+            {"international", 0x20409, u"'e'c'⇧c⇧'u`adon't⌥5"_qs, u"éçÇüàdon't€"_qs},
+            {"portuguese of Brazil", 0x10416, u"[a'o;⇧6a"_qs, u"áõçä"_qs},
+            {"several dead keys", 0x408, u"⇧;;i⇧;i;v"_qs, u"ΐϊώ"_qs},
+            {"ligature", 0x401, u"bgh"_qs, u"لالا"_qs},
+            {"level 5", 0x11009, u"o⎈oo"_qs, u"oøo"_qs},
+        };
+        for (const auto &row : rows) {
+            QVERIFY2(Choose(row.layout), row.name);
+            const QString typed = Typed(row.keys);
+            QVERIFY2(typed == row.text, qPrintable(QLatin1String(row.name) + u": "_qs + typed));
+        }
     }
 
     // At the change a key is held, Shift is held and a dead key waits.
@@ -210,38 +223,90 @@ private Q_SLOTS:
         close(console);
     }
 
-    void Queries_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<uint>>("layouts");
-        QTest::newRow("nothing") << QString() << QList<uint>{0x407, 0x409, 0x419, 0x401, 0x10416};
-        QTest::newRow("letters") << u"Az09"_qs << QList<uint>{0x407, 0x409, 0x10416};
-        QTest::newRow("umlaut") << u"Käse"_qs << QList<uint>{0x407, 0x10416};
-        QTest::newRow("dead keys") << u"êÝ"_qs << QList<uint>{0x407, 0x10416};
-        QTest::newRow("cyrillic") << u"ПарольЁ"_qs << QList<uint>{0x419};
-        QTest::newRow("ligature") << u"سلام"_qs << QList<uint>{0x401};
-        QTest::newRow("on no key") << u"a\U0001F511"_qs << QList<uint>{};
-    }
     void Queries()
     {
-        QFETCH(QString, text);
-        QList<uint> able;
-        for (const uint layout : {0x407U, 0x409U, 0x419U, 0x401U, 0x10416U}) {
-            bool can = false;
-            const auto *characters = reinterpret_cast<const char16_t *>(text.utf16());
-            QCOMPARE(PbeCanTypeText(layout, characters, static_cast<std::size_t>(text.size()), &can),
-                     kro::kOk);
-            if (can)
-                able.append(layout);
+        const std::pair<QString, QList<uint>> rows[] = {{{}, {0x407, 0x409, 0x419, 0x401, 0x10416}},
+                                                        {u"Az09"_qs, {0x407, 0x409, 0x10416}},
+                                                        {u"Käse"_qs, {0x407, 0x10416}},
+                                                        {u"êÝ"_qs, {0x407, 0x10416}},
+                                                        {u"ПарольЁ"_qs, {0x419}},
+                                                        {u"سلام"_qs, {0x401}},
+                                                        {u"a\U0001F511"_qs, {}}};
+        bool can = false;
+        for (const auto &[text, able] : rows) {
+            for (const uint layout : rows[0].second) {
+                const auto *characters = reinterpret_cast<const char16_t *>(text.utf16());
+                const auto length = static_cast<std::size_t>(text.size());
+                QCOMPARE(PbeCanTypeText(layout, characters, length, &can), kro::kOk);
+                QVERIFY2(can == able.contains(layout), qPrintable(text + QString::number(layout, 16)));
+            }
         }
-        QTEST(able, "layouts");
-        bool can = true;
         QCOMPARE(PbeCanTypeText(0xABC, u"", 0, &can), kro::kNotFound);
         QVERIFY(!can && !PbeGetKeyboardLayoutName(0xABC));
         QCOMPARE(PbeGetKeyboardLayoutName(0x407), "German");
     }
 
+    void TypingAtAServer()
+    {
+        if (!AtAServer())
+            QSKIP("no X server");
+        const struct
+        {
+            QString server;
+            uint layout;
+            QString keys, text;
+        } rows[] = {// Letters, Shift, AltGr, dead keys, Caps Lock, Num Lock, the keypad's separator.
+                    {u"us"_qs, 0x407, u"29 50+52 108+24 21 26 49 50+38 50+11 94 20"_qs, u"zY@éÂ\"<ß"_qs},
+                    {u"us"_qs, 0x407, u"66 38 50+38 47 66 38 77 79 91 77"_qs, u"AaÖa7,"_qs},
+                    {u"us"_qs, 0x40c, u"24 50+10 11 34 26 108+19 66 11 66 11"_qs, u"a1éê@Éé"_qs},
+                    {u"us"_qs, 0x419, u"29 38 50+38 49"_qs, u"нфФё"_qs},
+                    // The server's dead keys, level keys and letters are no matter.
+                    {u"de"_qs, 0x409, u"49 26 21 29 108+24 50+11 34"_qs, u"`e=yq@["_qs},
+                    {u"ru"_qs, 0x407, u"29 47 108+24 49 38 49 65"_qs, u"zö@â^"_qs},
+                    {u"fr"_qs, 0x20409, u"24 48 54 50+15 32 108+14"_qs, u"qçô€"_qs},
+                    {u"jp"_qs, 0x80a, u"24 47 34 38 108+24"_qs, u"qñá@"_qs},
+                    {u"de neo"_qs, 0x406, u"47 48 34 108+11 54"_qs, u"æøå@c"_qs},
+                    {u"us,ru"_qs, 0x41f, u"31 34 50+31 38"_qs, u"ığIa"_qs},
+                    // Commands.
+                    {u"ru"_qs, 0x409, u"24 25 37+38 26"_qs, u"e"_qs},
+                    {u"us"_qs, 0x401, u"10 37+38 56 22 56"_qs, u"للا"_qs}};
+        for (const auto &row : rows) {
+            m_edit->clear();
+            const QStringList names = row.server.split(u' ');
+            const QStringList arguments{u"-layout"_qs, names[0], u"-variant"_qs, names.value(1)};
+            QCOMPARE(QProcess::execute(u"setxkbmap"_qs, arguments), 0);
+            QVERIFY(Choose(row.layout) && PressAtTheServer(row.keys));
+            QTRY_COMPARE(row.server + m_edit->text(), row.server + row.text);
+        }
+        for (const bool on : {true, false}) {
+            QVERIFY(PressAtTheServer(u"66"_qs));
+            QTRY_COMPARE(PbeIsCapsLockOn(), on);
+        }
+    }
+
+    // Two keys in turn, faster than anybody types, while the layout changes all the time.
+    void FastTypingWhileTheLayoutChanges()
+    {
+        if (!AtAServer())
+            QSKIP("no X server");
+        constexpr int kPairs = 200;
+        QTimer timer;
+        int changes = 0;
+        connect(&timer, &QTimer::timeout, this, [&changes] { Choose(++changes % 2 ? 0x407 : 0x409); });
+        timer.start(1);
+        QProcess typist;
+        typist.start(u"xdotool"_qs, XdotoolArguments(u"38 29"_qs + u" 38 29"_qs.repeated(kPairs - 1)));
+        QTRY_COMPARE(m_edit->text().size(), 2 * kPairs);
+        QTRY_COMPARE(typist.state(), QProcess::NotRunning);
+        QTest::qWait(50);
+        QVERIFY2(QRegularExpression(u"^(a[yz]){%1}$"_qs.arg(kPairs)).match(m_edit->text()).hasMatch(),
+                 qPrintable(m_edit->text()));
+        QVERIFY(m_edit->text().contains(u'z') && m_edit->text().contains(u'y'));
+    }
+
 private:
+    static bool AtAServer() { return QGuiApplication::platformName() == u"xcb"; }
+
     // As the framebuffer's screen sends it.
     void Send(QEvent::Type type, quint32 key, bool repeat = false)
     {
