@@ -58,7 +58,8 @@ void Boxes::Look()
     }
     buttons.sort();
     seen.append({title->text(), dialog->findChild<QLabel *>(u"mainText"_qs)->text(), buttons.join(u','),
-                 title->property("error_title").toBool(), version && version->isVisible(),
+                 title->property("error_title").toBool(),
+                 version && version->isVisible() ? version->text() : QString(),
                  cursor && cursor->shape() == Qt::WaitCursor});
     m_answered = dialog;
     whileStanding();

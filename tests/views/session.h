@@ -90,7 +90,7 @@ struct Box
     // "name=text" of each, sorted.
     QString buttons;
     bool errorTitle = false;
-    bool version = false;
+    QString version;
     // Under the wait cursor.
     bool waiting = false;
 };

@@ -115,15 +115,6 @@ private slots:
         QCOMPARE(session.Play([] { Session::LogIn(); }), kro::kOk);
     }
 
-    void RunsFollowEachOther()
-    {
-        Session session;
-        for (int run = 1; run <= 2; ++run) {
-            QCOMPARE(session.Play([] { QCOMPARE(Session::Screen(), 0); }), kro::kOk);
-            QCOMPARE(session.host.Count("Init"), run);
-        }
-    }
-
     // What the catalogue does not know comes back byte by byte.
     void Catalogues()
     {

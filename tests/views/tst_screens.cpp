@@ -44,6 +44,20 @@ static void TabLeadsToAllThatCanBeUsed()
     QCOMPARE(boxes.seen.size(), 1);
 }
 
+// And nowhere else: a check would show another page.
+static void TokensAreCheckedWhereTheyMatter(const Session &session)
+{
+    const bool expected = (session.options & 4) != 0 && QList{0, 6, 7}.contains(Session::Screen());
+    QTRY_VERIFY(Session::Dialog()->isActiveWindow());
+    QTRY_VERIFY(!QGuiApplication::overrideCursor());
+    const int before = session.host.Count("UpdateConnectedTokens");
+    Session::Notify(pbe::kTokenAdded);
+    QCOMPARE(QGuiApplication::overrideCursor() != nullptr, expected);
+    QTest::qWait(20);
+    QTRY_COMPARE(session.host.Count("UpdateConnectedTokens") - before, expected ? 1 : 0);
+    QTRY_VERIFY(!QGuiApplication::overrideCursor());
+}
+
 class TestScreens : public QObject
 {
     Q_OBJECT
@@ -101,12 +115,12 @@ private slots:
             {"token connected", 4, true, firstScreen, u"7 helpButton"},
             {"both, none connected", 5, false, firstScreen, u"0 prompt helpButton loginButton loginDomain"},
             {"both, connected", 5, true, firstScreen, u"7 helpButton"},
-            {"password change", 0, false,
+            {"password change", 5, false,
              [](RecordingHost &host) { host.passwordView->ShowChangePassword(u"", u"", false); },
              u"1 helpButton saveNewPasswordButton newPassword"},
             {"test boot", 0, false, [](RecordingHost &host) { host.view->ShowTestBootMessage(); },
              u"5 testBootButton testBootButton"},
-            {"starting the system", 0, false, [](RecordingHost &host) { host.view->ShowStartingOsScreen(); },
+            {"starting the system", 5, false, [](RecordingHost &host) { host.view->ShowStartingOsScreen(); },
              u"9"},
         };
         for (const auto &row : rows) {
@@ -117,6 +131,7 @@ private slots:
             session.Play([&] {
                 QTRY_COMPARE(Shown(), QString::fromUtf16(row.shown));
                 TabLeadsToAllThatCanBeUsed();
+                TokensAreCheckedWhereTheyMatter(session);
             });
         }
     }
@@ -146,27 +161,6 @@ private slots:
             Session::Click("testBootButton");
             QCOMPARE(Session::Screen(), 0);
         });
-    }
-
-    void TokensAreCheckedOnlyWhereTheyMatter()
-    {
-        // By options: the login page for both, the page without tokens, the login page, the page without
-        // users.
-        for (const auto &[options, checks] :
-             {std::pair(5u, 1), std::pair(4u, 1), std::pair(1u, 0), std::pair(0u, 0)}) {
-            Session session("options " + QByteArray::number(options));
-            session.options = options;
-            session.Play([&session, expected = checks] {
-                QTRY_VERIFY(Session::Dialog()->isActiveWindow());
-                QTest::qWait(20);
-                session.host.calls.clear();
-                Session::Notify(pbe::kTokenAdded);
-                QCOMPARE(QGuiApplication::overrideCursor() != nullptr, expected == 1);
-                QTest::qWait(20);
-                QTRY_COMPARE(session.host.Count("UpdateConnectedTokens"), expected);
-                QTRY_VERIFY(!QGuiApplication::overrideCursor());
-            });
-        }
     }
 
     // And while a message stands in front there is none.
@@ -248,7 +242,7 @@ private slots:
         QCOMPARE(result, kro::kOk);
     }
 
-    void StoppedRunAnswersACode()
+    void StoppedRunAnswersACodeAndIsFollowedByAnother()
     {
         Session session;
         session.host.results["Login"] = kro::kUnexpected;
@@ -258,6 +252,8 @@ private slots:
         };
         QCOMPARE(session.Play(stopBehindAReport, 1), kro::kUnspecifiedError);
         QCOMPARE(session.view->ShowInitialScreen(), kro::kInvalidState);
+        QCOMPARE(session.Play([] { QCOMPARE(Session::Screen(), 0); }), kro::kOk);
+        QCOMPARE(session.host.Count("Init"), 2);
     }
 };
 

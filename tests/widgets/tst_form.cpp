@@ -44,19 +44,19 @@ private slots:
         QCOMPARE(view.form.warningLabel->palette().color(QPalette::WindowText), QColor(235, 40, 52));
     }
 
-    void marginsHold_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("small") << QSize(800, 600);
-        QTest::newRow("large") << QSize(1024, 768);
-        QTest::newRow("mirrored") << QSize(800, 600);
-    }
     void marginsHold()
     {
-        QFETCH(QSize, size);
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            for (const QSize size : {QSize(800, 600), QSize(1024, 768)})
+                CheckMargins(size, direction);
+        }
+    }
+
+private:
+    static void CheckMargins(QSize size, Qt::LayoutDirection direction)
+    {
         FormWindow view(size);
-        if (QTest::currentDataTag() == QByteArray("mirrored"))
-            view.dialog.setLayoutDirection(Qt::RightToLeft);
+        view.dialog.setLayoutDirection(direction);
         const QString longName = u"A-COMPUTER-WITH-A-LONG-NAME.in-a-domain.of-its-own.example"_qs;
         view.form.languageSelector->AddItem(longName);
         view.form.layoutSelector->AddItem(longName);

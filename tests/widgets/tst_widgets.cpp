@@ -49,37 +49,21 @@ private slots:
 
     void hintShowsWhileTheLineIsEmpty()
     {
-        PbaLineEdit plain;
-        PbaLineEdit hinted;
-        hinted.setProperty("pba_text", u"Login"_qs);
-        for (PbaLineEdit *edit : {&plain, &hinted}) {
-            edit->resize(200, 28);
-            edit->show();
-        }
-        const QImage withHint = Painted(&hinted);
-        QVERIFY(withHint != Painted(&plain));
-        plain.setText(u"a"_qs);
-        hinted.setText(u"a"_qs);
-        QCOMPARE(Painted(&hinted), Painted(&plain));
-        hinted.clear();
-        QCOMPARE(Painted(&hinted), withHint);
-
-        // Read again at every show.
-        hinted.setProperty("pba_text", u"Kennwort"_qs);
-        QCOMPARE(Painted(&hinted), withHint);
-        hinted.hide();
-        hinted.show();
-        QVERIFY(Painted(&hinted) != withHint);
-
+        PbaLineEdit edit;
+        edit.resize(200, 28);
         // Letters and no boxes, also where the font has no italics for them.
-        QList<QImage> letters;
-        for (const QString &letter : {u"ب"_qs, u"ت"_qs}) {
-            hinted.setProperty("pba_text", letter);
-            hinted.hide();
-            hinted.show();
-            letters << Painted(&hinted);
+        QList<QImage> images;
+        for (const QString &hint : {QString(), u"Login"_qs, u"ب"_qs, u"ت"_qs}) {
+            edit.setProperty("pba_text", hint);
+            edit.hide();
+            edit.show();
+            QVERIFY(!images.contains(Painted(&edit)));
+            images << Painted(&edit);
+            edit.setText(u"a"_qs);
+            images << Painted(&edit);
+            QCOMPARE(images.last(), images[1]);
+            edit.clear();
         }
-        QVERIFY(letters[0] != letters[1]);
     }
 
     // Read out to the administrator, a name must not begin with its end.
@@ -113,23 +97,6 @@ private slots:
         const QImage disabled = PaintedUnderThePointer(view, link, off);
         QCOMPARE(PaintedUnderThePointer(view, link, on), disabled);
         QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"gray"_qs));
-    }
-
-    void messageBoxShowsOnlyWhatWasSet()
-    {
-        PbaMessageBox box;
-        box.show();
-        for (const char *name : {"button1", "button2", "button3", "icon", "versionLabel"})
-            QVERIFY2(Part(box, name)->isHidden(), name);
-        box.SetButton2Text(u"CANCEL"_qs);
-        box.SetButton3Text(u"QUIT"_qs);
-        box.ShowVersion();
-        QVERIFY(Part(box, "button2")->isVisible());
-        QCOMPARE(box.focusWidget(), Part(box, "button3"));
-        QCOMPARE(Part<QLabel>(box, "versionLabel")->text(), u"3.0.1.92");
-
-        QTest::mouseClick(Part(box, "button2"), Qt::LeftButton);
-        QVERIFY(box.Result() == 2 && box.result() == QDialog::Accepted && !box.isVisible());
     }
 
     void severityChoosesIconAndTitleColour()
