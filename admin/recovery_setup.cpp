@@ -12,26 +12,23 @@
 #include "recovery/volume_recovery.h"
 #include "recovery_keys.h"
 #include "signals.h"
+#include "volume_session.h"
 
 namespace admin {
 namespace {
 
 using volume::Volume;
 
-std::unique_ptr<Volume> OpenVolume(const std::string &path)
-{
-    std::unique_ptr<Volume> volume;
-    Require(Volume::Open(path, &volume), path);
-    return volume;
-}
+using Check = void (*)(const Volume &);
 
-void SetUp(const RecoveryOptions &options, Volume &volume)
+void SetUp(const RecoveryOptions &options, Check check)
 {
-    Require(volume.CheckWritable(), options.volume);
+    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    check(*volume);
     const recovery::PublicKey administrator = ReadPublicKey(options.publicKey);
     volume::Secret volumeKey;
-    Require(volume.Authorise(PasswordSource(options.passwordFromStandardInput).Existing(), &volumeKey),
-            options.volume);
+    Require(volume->Authorise(PasswordSource(options.passwordFromStandardInput).Existing(), &volumeKey),
+            *volume);
 
     const HeldSignals held; // half of it would stay until the next change
     std::optional<AppendedLine> record;
@@ -40,12 +37,27 @@ void SetUp(const RecoveryOptions &options, Volume &volume)
         std::copy(secret.View().begin(), secret.View().end(), sealed.secret.Data());
         record.emplace(options.escrow, recovery::SealRecord(sealed, administrator));
     };
-    const volume::Error error = recovery::SetUp(volume, volumeKey, administrator, keep);
+    const volume::Error error = volume->Change([&] {
+        check(*volume); // another administrator may have been quicker
+        return recovery::SetUp(*volume, volumeKey, administrator, keep);
+    });
     if (record && (error == volume::Error::None || error == volume::Error::OldPasswordStays))
         record->Keep();
     if (error == volume::Error::OldPasswordStays)
         throw Failure(options.volume + ": renewed, but the former secret still opens it; renew once more");
-    Require(error, options.volume, volume.LastDetail());
+    Require(error, *volume);
+}
+
+void RequireNone(const Volume &volume)
+{
+    if (recovery::Find(volume))
+        throw Failure(volume.Path() + ": has a recovery already; replace it with pba_admin recovery renew");
+}
+
+void RequireOne(const Volume &volume)
+{
+    if (!recovery::Find(volume))
+        throw Failure(volume.Path() + ": has no recovery; set one up with pba_admin recovery enroll");
 }
 
 void PrintJson(const std::optional<recovery::Found> &found)
@@ -79,18 +91,12 @@ void PrintStatus(const std::optional<recovery::Found> &found)
 
 void EnrollVolume(const RecoveryOptions &options)
 {
-    const std::unique_ptr<Volume> volume = OpenVolume(options.volume);
-    if (recovery::Find(*volume))
-        throw Failure(options.volume + ": has a recovery already; replace it with pba_admin recovery renew");
-    SetUp(options, *volume);
+    SetUp(options, RequireNone);
 }
 
 void RenewRecovery(const RecoveryOptions &options)
 {
-    const std::unique_ptr<Volume> volume = OpenVolume(options.volume);
-    if (!recovery::Find(*volume))
-        throw Failure(options.volume + ": has no recovery; set one up with pba_admin recovery enroll");
-    SetUp(options, *volume);
+    SetUp(options, RequireOne);
 }
 
 void ShowRecovery(const RecoveryOptions &options)

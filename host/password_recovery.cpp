@@ -132,7 +132,7 @@ bool PasswordRecovery::TryResponse(const recovery::ResponseLines &lines)
 bool PasswordRecovery::LetIn(const recovery::Response &response, volume::Secret volumeKey)
 {
     // From here on somebody has seen the secret, whatever follows.
-    if (const Error error = recovery::MarkUsed(m_volume, *m_found); error != Error::None)
+    if (const Error error = recovery::MarkUsed(m_volume, m_found->enrolment.identity); error != Error::None)
         Log(kLogErrors, std::string("Recovery: the use cannot be noted: ") + volume::Describe(error));
     const std::optional<volume::UserName> name = response.FindUser(m_volume.Users());
     if (!name) {

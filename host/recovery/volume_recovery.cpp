@@ -70,15 +70,31 @@ Error UndoPending(Volume &volume, Found found)
 }
 
 // All but the first.
+std::vector<int> FormerKeyslots(const Volume &volume, const std::vector<int> &keyslots, int object)
+{
+    std::vector<int> former(keyslots.begin() + !keyslots.empty(), keyslots.end());
+    std::erase_if(former, [&](int keyslot) { return !IsOurs(volume, keyslot, object); });
+    return former;
+}
+
 Error RemoveFormer(Volume &volume, const std::vector<int> &keyslots, int object)
 {
-    for (std::size_t i = 1; i < keyslots.size(); ++i) {
-        if (!IsOurs(volume, keyslots[i], object))
-            continue;
-        if (const Error error = volume.RemoveKeyslot(keyslots[i]); error != Error::None)
+    for (int keyslot : FormerKeyslots(volume, keyslots, object)) {
+        if (const Error error = volume.RemoveKeyslot(keyslot); error != Error::None)
             return error;
     }
     return Error::None;
+}
+
+bool IsUnfinished(const Volume &volume, const Found &found)
+{
+    return found.enrolment.pending || !FormerKeyslots(volume, found.enrolment.keyslots, found.object).empty();
+}
+
+Error Finish(Volume &volume, const Found &found)
+{
+    return found.enrolment.pending ? UndoPending(volume, found)
+                                   : RemoveFormer(volume, found.enrolment.keyslots, found.object);
 }
 
 // One way to a secret that is kept: the keyslot, the record, the object, each known to be there before the
@@ -194,31 +210,44 @@ Error SetUp(Volume &volume, const volume::Secret &volumeKey, const PublicKey &ad
     const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
     if (!uuid)
         return Error::Failed;
-    if (const Error error = FinishPending(volume); error != Error::None)
-        return error;
     Identity identity{*uuid, {}, {}};
     Randomise(identity.record);
     Randomise(identity.binding);
-    return SetUpRun(volume, identity, administrator).Run(volumeKey, keep);
+    return volume.Change([&] {
+        const Error error = FinishPending(volume);
+        return error == Error::None ? SetUpRun(volume, identity, administrator).Run(volumeKey, keep) : error;
+    });
 }
 
-Error MarkUsed(Volume &volume, const Found &found)
+Error MarkUsed(Volume &volume, const Identity &identity)
 {
-    Found used = found;
-    used.enrolment.used = true;
-    return Write(volume, used.enrolment, &used.object);
+    return volume.Change([&] {
+        for (Found &found : FindAll(volume)) {
+            if (found.enrolment.identity != identity)
+                continue;
+            found.enrolment.used = true;
+            return Write(volume, found.enrolment, &found.object);
+        }
+        return Error::None;
+    });
 }
 
 Error FinishPending(Volume &volume)
 {
-    for (const Found &found : FindAll(volume)) {
-        const Error error = found.enrolment.pending
-                                ? UndoPending(volume, found)
-                                : RemoveFormer(volume, found.enrolment.keyslots, found.object);
-        if (error != Error::None)
-            return error;
-    }
-    return Error::None;
+    const auto unfinished = [&] {
+        std::vector<Found> all = FindAll(volume);
+        std::erase_if(all, [&](const Found &found) { return !IsUnfinished(volume, found); });
+        return all;
+    };
+    if (unfinished().empty())
+        return Error::None;
+    return volume.Change([&] {
+        for (const Found &found : unfinished()) {
+            if (const Error error = Finish(volume, found); error != Error::None)
+                return error;
+        }
+        return Error::None;
+    });
 }
 
 } // namespace recovery

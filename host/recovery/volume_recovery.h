@@ -27,10 +27,11 @@ using Keep = std::function<void(const Identity &, const RecoverySecret &)>;
 [[nodiscard]] volume::Error SetUp(volume::Volume &volume, const volume::Secret &volumeKey,
                                   const PublicKey &administrator, const Keep &keep);
 
-// Somebody has seen to it that the secret opens the volume: it is time for another.
-[[nodiscard]] volume::Error MarkUsed(volume::Volume &volume, const Found &found);
+// Somebody has seen the secret: it is time for another. Nothing happens when it has been renewed since.
+[[nodiscard]] volume::Error MarkUsed(volume::Volume &volume, const Identity &identity);
 
-// To be called before the volume is changed; writes nothing when there is nothing to do.
+// To be called before the volume is changed; writes nothing when there is nothing to do. What another program
+// is in the middle of is no loss of power: it waits.
 [[nodiscard]] volume::Error FinishPending(volume::Volume &volume);
 
 } // namespace recovery

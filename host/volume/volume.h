@@ -128,6 +128,17 @@ public:
     Room RoomLeft() const;
     // NoSpace unless `needed` fits and leaves free what changing a password takes.
     [[nodiscard]] Error CheckRoom(const Room &needed) const;
+    // Runs several changes as one, on what the header holds now: other programs of ours wait. May be nested.
+    // `body` answers an Error; what it throws passes through.
+    template <typename Body>
+    [[nodiscard]] Error Change(Body body)
+    {
+        std::shared_ptr<WriteLock> lock;
+        Error error = Lock(&lock);
+        if (error == Error::None)
+            error = Load();
+        return error == Error::None ? body() : error;
+    }
 
     // Maps the volume, with the flags that its header keeps, and proves it: see IsActiveAs.
     [[nodiscard]] Error Activate(const std::string &mapperName, const Secret &volumeKey);
@@ -144,17 +155,8 @@ private:
 
     [[nodiscard]] Error Connect();
     [[nodiscard]] Error Load();
+    [[nodiscard]] Error Lock(std::shared_ptr<WriteLock> *lock);
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
-    // Runs a change while other programs of ours are kept from making one, on what the header holds now.
-    template <typename Body>
-    [[nodiscard]] Error Change(Body body)
-    {
-        WriteLock lock;
-        Error error = lock.Take(m_path);
-        if (error == Error::None)
-            error = Load();
-        return error == Error::None ? body() : error;
-    }
 
     // These change the header and belong inside Change.
     [[nodiscard]] Error StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
@@ -180,6 +182,7 @@ private:
 
     std::string m_path;
     crypt_device *m_device = nullptr;
+    std::weak_ptr<WriteLock> m_lock; // of the change under way
     std::string m_lastDetail;
     unsigned m_derivations = 0;
 };

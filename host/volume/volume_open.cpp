@@ -114,6 +114,17 @@ Error Volume::Load()
     return result == -EINVAL || error == Error::Failed ? Error::HeaderUnreadable : error;
 }
 
+// A change within a change has the lock of the outer one.
+Error Volume::Lock(std::shared_ptr<WriteLock> *lock)
+{
+    *lock = m_lock.lock();
+    if (*lock)
+        return Error::None;
+    *lock = std::make_shared<WriteLock>();
+    m_lock = *lock;
+    return (*lock)->Take(m_path);
+}
+
 Error Volume::Create(const std::string &path, std::unique_ptr<Volume> *volume)
 {
     std::unique_ptr<Volume> created(new Volume(path));
