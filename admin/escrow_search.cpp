@@ -24,9 +24,10 @@ namespace {
 
 using recovery::EscrowRecord;
 
-constexpr std::uint64_t kMagic = 0x3149534542415045;
+constexpr std::uint64_t kMagic = 0x3249534542415045;
 
-// Which file an index was made of. In the computer's own byte order: an index is never moved.
+// Which file an index was made of, and of how many records. In the computer's own byte order: an index is
+// never moved.
 struct Stamp
 {
     std::uint64_t magic = kMagic;
@@ -35,6 +36,7 @@ struct Stamp
     std::int64_t size = 0;
     std::int64_t modified[2] = {}; // seconds and nanoseconds
     std::int64_t changed[2] = {};
+    std::uint64_t records = 0;
 
     bool operator==(const Stamp &) const = default;
 };
@@ -64,16 +66,19 @@ public:
     Escrow &operator=(const Escrow &) = delete;
 
     const std::string &Path() const { return m_path; }
-    const Stamp &GetStamp() const { return m_stamp; }
-    std::size_t Size() const { return m_size; }
+    Stamp StampOf(std::uint64_t records) const
+    {
+        Stamp stamp = m_stamp;
+        stamp.records = records;
+        return stamp;
+    }
 
-    // From `offset` to before the end of the line; nothing when it does not end.
+    // Nothing behind the end of the file. The last line may lack its own end: an editor may have cut it off.
     std::optional<std::string_view> LineAt(std::size_t offset) const
     {
         const std::string_view text(static_cast<const char *>(m_bytes), m_size);
-        const std::size_t end = offset < m_size ? text.find('\n', offset) : std::string_view::npos;
-        return end != std::string_view::npos ? std::optional(text.substr(offset, end - offset))
-                                             : std::nullopt;
+        return offset < m_size ? std::optional(text.substr(offset, text.find('\n', offset) - offset))
+                               : std::nullopt;
     }
     // Nothing where no record begins.
     std::optional<EscrowRecord> RecordAt(std::size_t offset) const
@@ -96,7 +101,8 @@ private:
                    status.st_ino,
                    status.st_size,
                    {status.st_mtim.tv_sec, status.st_mtim.tv_nsec},
-                   {status.st_ctim.tv_sec, status.st_ctim.tv_nsec}};
+                   {status.st_ctim.tv_sec, status.st_ctim.tv_nsec},
+                   0};
         m_size = static_cast<std::size_t>(status.st_size);
         if (m_size == 0)
             return 0;
@@ -140,9 +146,9 @@ std::optional<Index> ReadIndex(const Escrow &escrow)
     const auto size = static_cast<std::size_t>(std::max<std::streamoff>(file.tellg(), 0));
     Stamp stamp;
     if (size < sizeof stamp || !file.seekg(0).read(reinterpret_cast<char *>(&stamp), sizeof stamp) ||
-        !(stamp == escrow.GetStamp()))
+        !(stamp == escrow.StampOf((size - sizeof stamp) / sizeof(std::uint64_t))))
         return std::nullopt;
-    Index index((size - sizeof stamp) / sizeof(std::uint64_t));
+    Index index(stamp.records);
     file.read(reinterpret_cast<char *>(index.data()),
               static_cast<std::streamsize>(index.size() * sizeof(std::uint64_t)));
     return file ? std::optional(std::move(index)) : std::nullopt;
@@ -153,7 +159,8 @@ void WriteIndex(const Escrow &escrow, const Index &index)
     try {
         ScratchFile file(IndexPath(escrow));
         std::ofstream stream(file.Path(), std::ios::binary);
-        stream.write(reinterpret_cast<const char *>(&escrow.GetStamp()), sizeof(Stamp));
+        const Stamp stamp = escrow.StampOf(index.size());
+        stream.write(reinterpret_cast<const char *>(&stamp), sizeof stamp);
         stream.write(reinterpret_cast<const char *>(index.data()),
                      static_cast<std::streamsize>(index.size() * sizeof(std::uint64_t)));
         stream.close();

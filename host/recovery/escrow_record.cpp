@@ -13,6 +13,7 @@ using nlohmann::json;
 
 constexpr int kVersion = 1;
 constexpr std::size_t kFixedBytes = 1 + 16 + 16 + 32 + 16; // version, volume, record, binding key, secret
+constexpr std::size_t kMaxLineBytes = 4096;                // twice what a record takes
 constexpr std::size_t kMaxSealedBytes = kFixedBytes + kMaxMachineBytes + crypto_box_SEALBYTES;
 
 void Append(volume::Secret *to, ByteView bytes)
@@ -75,7 +76,7 @@ std::string SealRecord(const EscrowSecret &secret, const PublicKey &administrato
 
 std::optional<EscrowRecord> ParseRecord(std::string_view line)
 {
-    const json object = json::parse(line, nullptr, false);
+    const json object = json::parse(line.size() <= kMaxLineBytes ? line : "", nullptr, false);
     if (!object.is_object() || NumberMember(object, "version") != kVersion)
         return std::nullopt;
     EscrowRecord record{TextMember(object, "machine"), TextMember(object, "uuid"),
