@@ -160,7 +160,9 @@ private slots:
     {
         QTemporaryDir directory;
         QProcess tool;
-        tool.start(PBA_ADMIN, Create(directory.filePath("volume.img")));
+        QStringList arguments = Create(directory.filePath("volume.img"));
+        arguments.replace(arguments.indexOf("1"), "60000"); // it is not done before the signal comes
+        tool.start(PBA_ADMIN, arguments);
         tool.write("password\n");
         tool.closeWriteChannel();
         const auto files = [&] { return QDir(directory.path()).entryList(QDir::Files); };

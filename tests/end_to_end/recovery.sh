@@ -26,12 +26,14 @@ click_on()
 # Up to the challenge, which is left in `challenge`, a string a line.
 gather_entropy()
 {
-    local i keys=(a s d f g h j k l q w e r t z u)
+    local i moves=()
+    for ((i = 0; i < 100; i++)); do moves+=(mousemove $((100 + i * 7)) $((700 - i * 5))); done
     wait_for "the first step" shows 'Step 1: Entropy'
-    for ((i = 0; i < 100; i++)); do xdotool mousemove $((100 + i * 7)) $((700 - i * 5)); done
-    for ((i = 0; i < 600; i++)); do
+    # The keys first: none is still on its way when the second step shows.
+    xdotool key a s d f g h j k l q
+    for ((i = 0; i < 100; i++)); do
         ! shows 'Step 2: Challenge' || break
-        xdotool key "${keys[i % ${#keys[@]}]}"
+        xdotool "${moves[@]}"
     done
     wait_for "the second step" shows 'Step 2: Challenge'
     sleep 0.6 # keys that follow at once count as hammered on

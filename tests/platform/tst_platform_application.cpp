@@ -128,9 +128,9 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&edit));
         const quint32 rootCursor = CursorSerial();
         QCursor::setPos(edit.mapToGlobal(QPoint(100, 100)));
-        QTRY_VERIFY(CursorSerial() != rootCursor);
         // The window has a cursor before the line edit has its own.
-        QTest::qWait(100);
+        QTRY_VERIFY(edit.underMouse());
+        QTRY_VERIFY(CursorSerial() != rootCursor);
         const quint32 editCursor = CursorSerial();
         PbeSetBusy(true);
         QVERIFY(CursorSerial() != editCursor);

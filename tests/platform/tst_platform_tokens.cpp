@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QTest>
 #include <QThread>
 #include <QWidget>
@@ -114,8 +115,9 @@ private Q_SLOTS:
         const auto removed = [&](int times) { return Notices(times, {&window, pbe::kTokenRemoved}); };
 
         // The service starts late; until then it is not asked all the time.
+        QTRY_VERIFY(s_service.calls >= 1);
         QTest::qWait(500);
-        QVERIFY(s_service.calls >= 1 && s_service.calls < 10);
+        QVERIFY(s_service.calls < 10);
         s_service.Do([] { s_service.running = true; });
         s_service.Do([] { ++s_service.cardChanges; });
         QTRY_COMPARE(m_notices, added(1));
@@ -147,14 +149,15 @@ private Q_SLOTS:
         QTest::qWait(100);
         m_notices.clear();
         m_mostQueued = 0;
+        QElapsedTimer storm; // longer where the computer is busy
+        storm.start();
         for (int change = 0; change < 1001; ++change) {
             s_service.Do([] { ++s_service.cardChanges; });
             QTest::qWait(1);
         }
-        const qsizetype before = m_notices.size();
+        QVERIFY2(m_notices.size() <= storm.elapsed() / 40 + 1, QByteArray::number(m_notices.size()));
         QTest::qWait(200);
         QTRY_VERIFY(!m_notices.isEmpty() && m_notices.last().second == pbe::kTokenRemoved);
-        QVERIFY2(before < 200, QByteArray::number(before));
         QCOMPARE(m_mostQueued, 1);
         // While the window is busy elsewhere, the notices become one.
         m_notices.clear();
@@ -162,6 +165,7 @@ private Q_SLOTS:
             s_service.Do([] { ++s_service.cardChanges; });
             QThread::msleep(1);
         }
+        QThread::msleep(200); // for who watches the cards
         QTRY_COMPARE(m_notices.size(), 1);
         QTest::qWait(200);
         QCOMPARE(m_notices.size(), 1);

@@ -121,6 +121,8 @@ private slots:
             QTest::keyPress(Session::Dialog()->focusWidget(), Qt::Key_B);
             QCOMPARE(progress->value(), 4);
             Session::Press(Qt::Key_Return);
+            for (const Qt::Key hammered : {Qt::Key_Space, Qt::Key_Space, Qt::Key_Return})
+                QTest::keyClick(Session::Find("continueToResponceButton"), hammered);
             QCOMPARE(Session::Screen(), 3);
             QCOMPARE(host.entropy.size(), 5);
             QCOMPARE(boxes.seen.size(), 1);
@@ -128,9 +130,6 @@ private slots:
 
             QCOMPARE(Challenge(), u"String 1:|ABCD <b>|String 2:|");
             QTRY_COMPARE(Session::FocusName(), u"continueToResponceButton");
-            Session::Type(u"  "_qs);
-            Session::Press(Qt::Key_Return);
-            QCOMPARE(Session::Screen(), 3);
             QTest::qWait(600);
             Session::Press(Qt::Key_Return);
             QCOMPARE(Session::Screen(), 4);
