@@ -1,7 +1,5 @@
 // Offline recovery as an administrator sets it up and answers calls; the test is the computer.
-#include <QDir>
-#include <QTemporaryDir>
-
+#include "../host/scratch_volume.h"
 #include "recovery/administrator_key.h"
 #include "recovery/challenge.h"
 #include "recovery/response.h"
@@ -18,9 +16,6 @@ class RecoveryCommandsTest : public QObject
 private slots:
     void initTestCase()
     {
-        const QStringList create{"volume", "create", m_volume,      "--size", "20M",
-                                 "--user", "anna",   "--iter-time", "1",      "--password-stdin"};
-        QCOMPARE(Run(PBA_ADMIN, create, "green quill 7\n").errors, QByteArray());
         QCOMPARE(Admin({"status", "--volume", m_volume}).output, "Recovery:       not set up\n");
         QCOMPARE(Admin({"keygen", "--out", m_keys, "--passphrase-stdin"}, kPassphrase).errors, QByteArray());
         QVERIFY(!(QFileInfo(Secret()).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
@@ -71,7 +66,7 @@ private slots:
         QCOMPARE(answered.errors, QByteArray()); // nobody has had this secret
         QVERIFY(computer.Opens(answered.output, "anna"));
         const QByteArray dump = RunStandardTool({"luksDump", m_volume}).output;
-        QVERIFY2(dump.count("luks2\n") == 2, dump);
+        QVERIFY2(dump.count("luks2\n") == 3, dump);
     }
 
     // One waits for the other, and what the second has sealed is what the volume knows.
@@ -89,7 +84,7 @@ private slots:
         }
         for (QProcess &tool : tools)
             QVERIFY2(tool.waitForFinished() && tool.exitCode() == 0, tool.readAllStandardError());
-        QCOMPARE(RunStandardTool({"luksDump", copy}).output.count("luks2\n"), 2);
+        QCOMPARE(RunStandardTool({"luksDump", copy}).output.count("luks2\n"), 3);
         const QByteArray call = kPassphrase + Computer(copy).Challenge();
         const bool first = Admin(RespondArguments("lab-7", escrows[0]), call).exitCode == 0;
         QCOMPARE(Admin(RespondArguments("lab-7", escrows[1]), call).exitCode, first ? 1 : 0);
@@ -183,7 +178,7 @@ private slots:
     }
 
 private:
-    static constexpr char kPassword[] = "green quill 7\n";
+    static inline const QByteArray kPassword = QByteArray(ScratchVolume::kPassword) + "\n";
     static constexpr char kPassphrase[] = "correct horse battery\n";
 
     // What the host does with the volume.
@@ -226,13 +221,6 @@ private:
         recovery::SecretKey m_ephemeral;
     };
 
-    static volume::Secret MakeSecret(std::string_view text)
-    {
-        volume::Secret secret(text.size());
-        for (char byte : text)
-            secret.Append(byte);
-        return secret;
-    }
     QString Public() const { return m_keys + "/recovery.pub"; }
     QString Secret() const { return m_keys + "/recovery.key"; }
     static Outcome Admin(const QStringList &arguments, const QByteArray &input = {})
@@ -272,8 +260,9 @@ private:
         return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    ScratchVolume m_scratch;
     QTemporaryDir m_directory;
-    QString m_volume = m_directory.filePath("volume.img");
+    QString m_volume = QString::fromStdString(m_scratch.Path());
     QString m_keys = m_directory.filePath("keys");
     QString m_escrow = m_directory.filePath("escrow");
 };

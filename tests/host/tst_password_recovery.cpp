@@ -22,10 +22,9 @@ public:
     kro::result_t ShowMessage(const kro::wstring_t &title, const kro::wstring_t &, std::uint32_t,
                               std::uint32_t) override
     {
-        const auto text = title.View();
-        return Note(QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())).toUtf8());
+        return Note(QString::fromUtf16(title.Data()).toUtf8());
     }
-    void SetLogic(pba::ILoginByPasswordLogic *newLogic) override { SilentView::SetLogic(newLogic); }
+    using SilentView::SetLogic;
     void SetLogic(pba::IPasswordRecoveryLogic *newLogic) override { recovery = newLogic; }
     kro::result_t StartEntropyCollection(std::uint32_t amount) override
     {
@@ -161,17 +160,40 @@ private slots:
             QVERIFY(!fake_pbe::LogText().contains(line.Data()));
     }
 
-    // Leaving or starting anew takes everything back, also what an accepted response has opened. The steps:
-    // no entropy yet, the challenge, one line, the response accepted.
+    // Leaving or starting anew takes everything back, also what an accepted response has opened.
+    void quitAndRestart_data()
+    {
+        QTest::addColumn<bool>("quits");
+        QTest::addColumn<int>("step");
+        const char *steps[] = {"no entropy yet", "challenge", "one line", "response accepted"};
+        for (int i = 0; i < 8; ++i)
+            QTest::addRow("%s, %s", i % 2 ? "quit" : "restart", steps[i / 2]) << (i % 2 == 1) << i / 2;
+    }
     void quitAndRestart()
     {
-        for (const bool quits : {false, true}) {
-            for (int step = 0; step < 4; ++step) {
-                QuitOrRestart(quits, step);
-                if (QTest::currentTestFailed())
-                    qFatal("%s in step %d", quits ? "quit" : "restart", step);
-            }
+        QFETCH(bool, quits);
+        QFETCH(int, step);
+        Scene scene;
+        kro::vector_t<kro::string_t> lines;
+        if (step >= 1) {
+            scene.GatherEntropy();
+            lines = scene.Respond(kBoris);
         }
+        kro::vector_t<kro::string_t> typed = lines;
+        typed.Resize(step == 2 ? 1 : step == 3 ? 2 : 0);
+        QCOMPARE(scene.Type(typed), step == 3);
+        scene.view.calls.clear();
+        QCOMPARE(quits ? scene.view.recovery->QuitRecovery() : scene.view.recovery->RestartRecovery(),
+                 kro::kOk);
+        QCOMPARE(scene.view.calls, Calls{quits ? "InitialScreen" : "Entropy 32"});
+        QCOMPARE(scene.view.recovery->IsRecoveryInProgress(), !quits);
+        QCOMPARE(scene.view.recovery->GotoChangePassword(), kro::kInvalidState);
+        QCOMPARE(scene.logic.StartOperatingSystem(), kro::kProhibited);
+        if (quits)
+            QCOMPARE(scene.logic.StartPasswordRecovery(&scene.view), kro::kOk);
+        scene.GatherEntropy();
+        QVERIFY(!scene.Type(lines)); // for the former challenge
+        QVERIFY(scene.Type(scene.Respond(kBoris)));
     }
 
     void rejectedTooOften()
@@ -209,32 +231,6 @@ private slots:
         QVERIFY(!scene.view.recovery->IsRecoveryInProgress());
         QCOMPARE(scene.view.recovery->SetEntropy({}), kro::kInvalidState);
         QCOMPARE(scene.view.recovery->CheckResponseLine("2R385JS0WGGKC16N8"), kro::kFalse);
-    }
-
-private:
-    static void QuitOrRestart(bool quits, int step)
-    {
-        Scene scene;
-        pba::IPasswordRecoveryLogic &logic = *scene.view.recovery;
-        kro::vector_t<kro::string_t> lines;
-        if (step >= 1) {
-            scene.GatherEntropy();
-            lines = scene.Respond(kBoris);
-        }
-        kro::vector_t<kro::string_t> typed = lines;
-        typed.Resize(step == 2 ? 1 : step == 3 ? 2 : 0);
-        QCOMPARE(scene.Type(typed), step == 3);
-        scene.view.calls.clear();
-        QCOMPARE(quits ? logic.QuitRecovery() : logic.RestartRecovery(), kro::kOk);
-        QCOMPARE(scene.view.calls, Calls{quits ? "InitialScreen" : "Entropy 32"});
-        QCOMPARE(logic.IsRecoveryInProgress(), !quits);
-        QCOMPARE(logic.GotoChangePassword(), kro::kInvalidState);
-        QCOMPARE(scene.logic.StartOperatingSystem(), kro::kProhibited);
-        if (quits)
-            QCOMPARE(scene.logic.StartPasswordRecovery(&scene.view), kro::kOk);
-        scene.GatherEntropy();
-        QVERIFY(!scene.Type(lines)); // for the former challenge
-        QVERIFY(scene.Type(scene.Respond(kBoris)));
     }
 };
 

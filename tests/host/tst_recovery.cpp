@@ -269,18 +269,19 @@ private slots:
         QVERIFY(OpenSecretKey(file, passphrase, &opened) == KeyFileFault::None);
         QVERIFY(AreEqual(opened.View(), key.View()));
         QVERIFY(OpenSecretKey(file, MakeSecret("correct Horse"), &opened) == KeyFileFault::WrongPassphrase);
-        const auto after = [&](const char *member, const nlohmann::json &value) {
+        // All of the file is authenticated.
+        const std::tuple<const char *, nlohmann::json, KeyFileFault> rows[] = {
+            {"fingerprint", "00", KeyFileFault::WrongPassphrase},
+            {"passes", 2, KeyFileFault::WrongPassphrase},
+            {"comment", "added", KeyFileFault::WrongPassphrase},
+            {"memory", 1ull << 40, KeyFileFault::NoKeyFile},
+            {"passes", -1, KeyFileFault::NoKeyFile},
+            {"salt", "AAAA", KeyFileFault::NoKeyFile}};
+        for (const auto &[member, value, fault] : rows) {
             nlohmann::json changed = nlohmann::json::parse(file);
             changed[member] = value;
-            return OpenSecretKey(changed.dump(), passphrase, &opened);
-        };
-        // All of the file is authenticated.
-        QVERIFY(after("fingerprint", "00") == KeyFileFault::WrongPassphrase);
-        QVERIFY(after("passes", 2) == KeyFileFault::WrongPassphrase);
-        QVERIFY(after("comment", "added") == KeyFileFault::WrongPassphrase);
-        QVERIFY(after("memory", 1ull << 40) == KeyFileFault::NoKeyFile);
-        QVERIFY(after("passes", -1) == KeyFileFault::NoKeyFile);
-        QVERIFY(after("salt", "AAAA") == KeyFileFault::NoKeyFile);
+            QVERIFY2(OpenSecretKey(changed.dump(), passphrase, &opened) == fault, member);
+        }
         QVERIFY(OpenSecretKey("{}", passphrase, &opened) == KeyFileFault::NoKeyFile);
     }
 
