@@ -182,21 +182,19 @@ private:
     static constexpr char kPassphrase[] = "correct horse battery\n";
 
     // What the host does with the volume.
-    class Computer
+    struct Computer
     {
-    public:
         explicit Computer(const QString &path)
-            : m_ephemeral(recovery::MakeEphemeral({}))
         {
-            if (volume::Volume::Open(path.toStdString(), &m_volume) != Error::None)
+            if (volume::Volume::Open(path.toStdString(), &opened) != Error::None)
                 qFatal("no volume");
-            m_found = recovery::Find(*m_volume);
+            found = recovery::Find(*opened);
         }
         QByteArray Challenge() const
         {
             QByteArray lines;
             const auto challenge =
-                recovery::MakeChallenge(m_found->enrolment.identity, recovery::PublicKeyOf(m_ephemeral));
+                recovery::MakeChallenge(found->enrolment.identity, recovery::PublicKeyOf(ephemeral));
             for (const std::string &string : recovery::EncodeChallenge(challenge))
                 lines += string + "\n";
             return lines;
@@ -208,17 +206,16 @@ private:
             const QByteArrayList rows = printed.split('\n');
             for (std::size_t row = 0; row < lines.size(); ++row)
                 lines[row] = *recovery::NormaliseCode(rows[static_cast<int>(row)].mid(9).toStdString());
-            const auto response = recovery::Response::Open(m_ephemeral, m_found->enrolment, lines);
-            const auto name = response ? response->FindUser(m_volume->Users()) : std::nullopt;
+            const auto response = recovery::Response::Open(ephemeral, found->enrolment, lines);
+            const auto name = response ? response->FindUser(opened->Users()) : std::nullopt;
             return name && name->user == user &&
-                   m_volume->OpenKeyslot(m_found->enrolment.keyslots.front(),
-                                         recovery::PassphraseOf(response->Secret()), nullptr) == Error::None;
+                   opened->OpenKeyslot(found->enrolment.keyslots.front(),
+                                       recovery::PassphraseOf(response->Secret()), nullptr) == Error::None;
         }
 
-    private:
-        std::unique_ptr<volume::Volume> m_volume;
-        std::optional<recovery::Found> m_found;
-        recovery::SecretKey m_ephemeral;
+        std::unique_ptr<volume::Volume> opened;
+        std::optional<recovery::Found> found;
+        recovery::SecretKey ephemeral = recovery::MakeEphemeral({});
     };
 
     QString Public() const { return m_keys + "/recovery.pub"; }
@@ -231,14 +228,10 @@ private:
                                const QString &volume = {}, const QString &machine = "lab-7") const
     {
         return {command,
-                "--volume",
-                volume.isEmpty() ? m_volume : volume,
-                "--admin-key",
-                key,
-                "--escrow",
-                escrow,
-                "--machine",
-                machine,
+                "--volume=" + (volume.isEmpty() ? m_volume : volume),
+                "--admin-key=" + key,
+                "--escrow=" + escrow,
+                "--machine=" + machine,
                 "--password-stdin"};
     }
     Outcome SetUp(const QString &command) const

@@ -231,40 +231,36 @@ private slots:
     void escrowRecords()
     {
         const Parts parts;
-        const auto line = [](const Parts &from, const char *machine) {
-            return SealRecord({machine, from.Identity(), from.Secret()}, PublicKeyOf(from.Administrator()));
+        const auto sealed = [](const Parts &from, const char *machine) {
+            return *ParseRecord(
+                SealRecord({machine, from.Identity(), from.Secret()}, PublicKeyOf(from.Administrator())));
         };
-        const auto record = *ParseRecord(line(parts, "b\u00fcro-7"));
+        const EscrowRecord record = sealed(parts, "b\u00fcro-7");
         const auto opened = UnsealRecord(record, parts.Administrator());
         QVERIFY(opened && opened->machine == "b\u00fcro-7" && opened->identity == parts.Identity());
         QVERIFY(AreEqual(opened->secret.View(), parts.Secret().View()));
         QVERIFY(!UnsealRecord(record, MakeAdministratorKey()));
-        // Put together from two lines.
-        Parts others;
-        others.volume = 1;
-        others.record = 2;
-        const auto other = *ParseRecord(line(others, "lab-1"));
-        for (std::string EscrowRecord::*member :
-             {&EscrowRecord::machine, &EscrowRecord::uuid, &EscrowRecord::record, &EscrowRecord::sealed}) {
-            EscrowRecord transplanted = record;
-            transplanted.*member = other.*member;
-            QVERIFY(!UnsealRecord(transplanted, parts.Administrator()));
-        }
-        for (const char *sealed : {"", "AAAA", "not base-64"}) {
-            EscrowRecord broken = record;
-            broken.sealed = sealed;
-            QVERIFY(!UnsealRecord(broken, parts.Administrator()));
-        }
+        // Put together from two lines, or of rubbish.
+        const auto opensWith = [&](std::string EscrowRecord::*member, const std::string &text) {
+            EscrowRecord altered = record;
+            altered.*member = text;
+            return UnsealRecord(altered, parts.Administrator()).has_value();
+        };
+        const EscrowRecord other = sealed({.volume = 1, .record = 2, .name = {}}, "lab-1");
+        for (const auto member :
+             {&EscrowRecord::machine, &EscrowRecord::uuid, &EscrowRecord::record, &EscrowRecord::sealed})
+            QVERIFY(opensWith(member, record.*member) && !opensWith(member, other.*member));
+        for (const char *rubbish : {"", "AAAA", "not base-64"})
+            QVERIFY(!opensWith(&EscrowRecord::sealed, rubbish));
         for (const char *bad : {"", "{", "[]", "{\"version\":1}", "{\"version\":2,\"machine\":\"m\"}"})
             QVERIFY(!ParseRecord(bad));
     }
 
     void theSecretKeyFile()
     {
-        const PassphraseCost cheap{1, 8192};
         const SecretKey key = MakeAdministratorKey();
         const auto passphrase = MakeSecret("correct horse");
-        const std::string file = SealSecretKey(key, passphrase, cheap);
+        const std::string file = SealSecretKey(key, passphrase, {1, 8192});
         SecretKey opened;
         QVERIFY(OpenSecretKey(file, passphrase, &opened) == KeyFileFault::None);
         QVERIFY(AreEqual(opened.View(), key.View()));
