@@ -1,5 +1,7 @@
 // pba_admin: prepares volumes, users, tokens, settings and recovery for the view's host.
+#include <cstdio>
 #include <iostream>
+#include <new>
 
 #include "command_line.h"
 #include "commands.h"
@@ -7,6 +9,7 @@
 #include "recovery.h"
 #include "settings.h"
 #include "token.h"
+#include "volume/process_protection.h"
 #include "volume/text.h"
 
 namespace {
@@ -39,7 +42,8 @@ int Report(const std::vector<std::string> &lines, int exitCode)
 int Main(int argc, char **argv)
 {
     Arguments arguments;
-    CLI::App app("Prepares volumes, users, tokens, settings and recovery for pre-boot authentication.", "pba_admin");
+    CLI::App app("Prepares volumes, users, tokens, settings and recovery for pre-boot authentication.",
+                 "pba_admin");
     app.set_version_flag("--version", "pba_admin " PBA_VERSION);
     app.set_help_flag("--help", "Print this help and exit");
     app.require_subcommand(1);
@@ -52,11 +56,22 @@ int Main(int argc, char **argv)
     AddTokenCommands(&app, &arguments.token);
     try {
         app.parse(argc, argv);
-        return 0;
     } catch (const CLI::Success &request) {
-        return app.exit(request);
+        app.exit(request);
     } catch (const CLI::ParseError &fault) {
         throw Failure(std::string(fault.what()) + "; see pba_admin --help", kExitUsage);
+    }
+    if (!std::cout.flush())
+        throw Failure("standard output: cannot be written");
+    return 0;
+}
+
+int RunCommand(int argc, char **argv)
+{
+    try {
+        return Main(argc, argv);
+    } catch (const Failure &failure) {
+        return Report(failure.Lines(), failure.ExitCode());
     }
 }
 
@@ -64,10 +79,12 @@ int Main(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    volume::ProtectProcess();
     try {
-        return Main(argc, argv);
-    } catch (const Failure &failure) {
-        return Report(failure.Lines(), failure.ExitCode());
+        return RunCommand(argc, argv);
+    } catch (const std::bad_alloc &) { // also from telling another failure
+        std::fputs("pba_admin: not enough memory\n", stderr);
+        return kExitFailed;
     } catch (const std::exception &fault) {
         return Report({fault.what()}, kExitFailed);
     }

@@ -1,6 +1,8 @@
 // pba_host: loads the view module and lets a person open a LUKS2 volume through it.
+#include <cstdio>
 #include <iostream>
 #include <memory>
+#include <new>
 
 #include "business_logic.h"
 #include "command_line.h"
@@ -11,8 +13,8 @@
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "recovery/volume_recovery.h"
-#include "process_protection.h"
 #include "stop_signals.h"
+#include "volume/process_protection.h"
 #include "volume/text.h"
 
 namespace {
@@ -91,9 +93,9 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
     LoginThrottle throttle(*store, policy);
     if (line.stateInHeader && throttle.State().lastLogin)
         RestoreLastLogin(*throttle.State().lastLogin);
-    BusinessLogic logic(osStart, throttle, texts,
-                        {!line.noPasswordLogin, line.autologonAllowed && policy.autologonAllowed,
-                         line.tokenModule});
+    BusinessLogic logic(
+        osStart, throttle, texts,
+        {!line.noPasswordLogin, line.autologonAllowed && policy.autologonAllowed, line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
     const int exitCode = ExitCode(osStart);
     if (exitCode == kExitViewFailed) {
@@ -126,11 +128,13 @@ int Main(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    ProtectProcess();
+    volume::ProtectProcess();
     try {
         return Main(argc, argv);
+    } catch (const std::bad_alloc &) {
+        std::fputs("pba_host: not enough memory\n", stderr);
     } catch (const std::exception &fault) {
         std::cerr << "pba_host: " << fault.what() << '\n';
-        return kExitViewFailed;
     }
+    return kExitViewFailed;
 }

@@ -141,6 +141,18 @@ private slots:
         QCOMPARE(HeaderBytes(), header);
     }
 
+    // No volume gets the number of a closed stream, and what could not be written is no success.
+    void standardStreams()
+    {
+        const auto run = [&](const char *redirection, const QStringList &arguments) {
+            const QString line = QString("exec \"$0\" \"$@\" ") + redirection;
+            return Run("/bin/sh", QStringList{"-c", line, PBA_ADMIN} + arguments);
+        };
+        CompareFailure(run("<&-", User("passwd", m_volume, "boris")), 1, "input ended");
+        for (const char *redirection : {">&-", ">/dev/full"})
+            CompareFailure(run(redirection, {"volume", "info", m_volume}), 1, "cannot be written");
+    }
+
     // Permissions do not bind the administrator, so the tool runs as somebody else.
     void aReadOnlyVolume()
     {
