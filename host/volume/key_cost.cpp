@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <tuple>
 
 #include <libcryptsetup.h>
 
@@ -64,6 +65,14 @@ int KeyCost::ApplyTo(crypt_device *device) const
     type.parallel_threads = m_threads;
     type.flags = m_iterations > 0 ? CRYPT_PBKDF_NO_BENCHMARK : 0;
     return crypt_set_pbkdf_type(device, &type);
+}
+
+bool KeyCost::operator==(const KeyCost &other) const
+{
+    const auto work = [](const KeyCost &cost) {
+        return std::tie(cost.m_type, cost.m_hash, cost.m_milliseconds, cost.m_iterations, cost.m_memory);
+    };
+    return work(*this) == work(other);
 }
 
 bool KeyCost::ExceedsMemory() const

@@ -29,7 +29,7 @@ struct crypt_device;
 namespace volume {
 
 // The default data offset; a smaller file has no room for any data.
-inline constexpr std::uint64_t kHeaderBytes = 16 * 1024 * 1024;
+inline constexpr std::uint64_t kHeaderBytes = std::uint64_t{16} * 1024 * 1024;
 
 // A LUKS2 token object: a piece of JSON with a type and the keyslots it is about, kept by all LUKS2 tools.
 struct Object
@@ -173,6 +173,7 @@ private:
     [[nodiscard]] Error FinishAll();
 
     bool OpensVolume(int keyslot) const;
+    bool IsNamed(int keyslot) const;
     bool IsUnfinished(const User &user) const;
     std::vector<int> UsableKeyslots(const User &user) const;
     int FirstUserKeyslot() const;

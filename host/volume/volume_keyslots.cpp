@@ -22,6 +22,11 @@ int OpenVolumeKey(crypt_device *device, int keyslot, const Secret &passphrase, S
     return result;
 }
 
+bool Names(const Object &object, int keyslot)
+{
+    return std::count(object.keyslots.begin(), object.keyslots.end(), keyslot) > 0;
+}
+
 } // namespace
 
 // Keyslots that open another key than the volume's ("unbound") let nobody in.
@@ -29,6 +34,13 @@ bool Volume::OpensVolume(int keyslot) const
 {
     const crypt_keyslot_info info = crypt_keyslot_status(m_device, keyslot);
     return info == CRYPT_SLOT_ACTIVE || info == CRYPT_SLOT_ACTIVE_LAST;
+}
+
+bool Volume::IsNamed(int keyslot) const
+{
+    const std::vector<Object> objects = Objects();
+    return std::any_of(objects.begin(), objects.end(),
+                       [&](const Object &object) { return Names(object, keyslot); });
 }
 
 std::vector<Keyslot> Volume::Keyslots() const
@@ -56,8 +68,7 @@ bool Volume::IsWayIn(int keyslot) const
 {
     const std::vector<Object> objects = Objects();
     return OpensVolume(keyslot) && std::none_of(objects.begin(), objects.end(), [&](const Object &object) {
-               return object.type != kUserObjectType &&
-                      std::count(object.keyslots.begin(), object.keyslots.end(), keyslot) > 0;
+               return object.type != kUserObjectType && Names(object, keyslot);
            });
 }
 

@@ -55,8 +55,11 @@ Error Probe(const std::string &path, bool *looksLikeLuks2)
                                                                    : Error::NotFound;
     const bool usable = fstat(file, &status) == 0 && (S_ISREG(status.st_mode) || S_ISBLK(status.st_mode));
     *looksLikeLuks2 = usable && LooksLikeLuks2(file);
+    // Of a failing disk nobody can say what it is; making a new volume there would lose the old one.
+    char byte = 0;
+    const bool unreadable = usable && !*looksLikeLuks2 && pread(file, &byte, 1, 0) < 0;
     close(file);
-    return usable ? Error::None : Error::NotLuks2;
+    return unreadable ? Error::HeaderUnreadable : usable ? Error::None : Error::NotLuks2;
 }
 
 void KeepDetail(int level, const char *message, void *detail)

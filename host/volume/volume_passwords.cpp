@@ -57,14 +57,14 @@ Error Volume::AcceptPending(User user)
 }
 
 // A pending keyslot was not proven, so it goes where the user has another one; where not, it is better than
-// nothing. One that does not cost what this library would have given it is somebody else's: another tool may
-// have taken the number since.
+// nothing. One that an object names already, or that does not cost what this library would have given it, is
+// somebody else's: another tool may have taken the number since.
 Error Volume::Finish(const User &user)
 {
     const std::vector<int> usable = UsableKeyslots(user);
     if (!user.pending)
         return usable.size() < 2 ? Error::None : DestroyKeyslots({usable.begin() + 1, usable.end()});
-    const bool added = OpensVolume(*user.pending);
+    const bool added = OpensVolume(*user.pending) && !IsNamed(*user.pending);
     if (usable.empty() && added)
         return AcceptPending(user);
     if (usable.empty() && user.isNew)
@@ -149,7 +149,7 @@ Error Volume::ReplacePassword(const UserName &name, const Secret &volumeKey, con
         if (!user)
             return Error::NoUser;
         const KeyCost shared = SharedCost().value_or(cost);
-        if (whenFull == WhenFull::DropOld && FindFreeKeyslot() < 0) {
+        if (whenFull == WhenFull::DropOld && RoomLeft().keyslots < 1) {
             if (const Error error = DropKeyslots(&*user, volumeKey, shared); error != Error::None)
                 return error;
         }

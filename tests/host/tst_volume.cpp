@@ -81,6 +81,23 @@ private slots:
         QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), &key), Error::WrongPassword);
     }
 
+    // A volume may have been made on a computer with more processors than this one.
+    void theNumberOfThreadsIsNoCost()
+    {
+        ScratchVolume scratch;
+        const auto header = LoadHeader(scratch);
+        constexpr std::string_view kKnown = ScratchVolume::kPassword;
+        for (const std::uint32_t threads : {1, 2}) {
+            const crypt_pbkdf_type type{CRYPT_KDF_ARGON2ID,      "sha256", 0, 4, 32, threads,
+                                        CRYPT_PBKDF_NO_BENCHMARK};
+            QCOMPARE(crypt_set_pbkdf_type(header.get(), &type), 0);
+            QVERIFY(crypt_keyslot_add_by_passphrase(header.get(), CRYPT_ANY_SLOT, kKnown.data(),
+                                                    kKnown.size(), "x", 1) >= 0);
+        }
+        const std::vector<volume::Keyslot> keyslots = scratch.Open()->Keyslots();
+        QVERIFY(keyslots[2].cost == keyslots[3].cost && !(keyslots[1].cost == keyslots[2].cost));
+    }
+
     // A single wrong bit of either copy, wherever it stands, leaves the other one.
     void flippedBits()
     {
@@ -109,6 +126,9 @@ private slots:
             std::unique_ptr<volume::Volume> opened;
             QCOMPARE(volume::Volume::Open(scratch.Path(), &opened), expected);
         }
+        // A file, but its beginning cannot be read, as on a failing disk.
+        std::unique_ptr<volume::Volume> opened;
+        QCOMPARE(volume::Volume::Open("/proc/self/mem", &opened), Error::HeaderUnreadable);
     }
 
     void damagedHeaders()

@@ -157,8 +157,14 @@ private slots:
         const ScratchVolume scratch;
         Opened opened(scratch);
         volume::User anna = opened.volume->FindUser(kAnna).value();
-        anna.pending = 2;
-        QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(anna), &anna.object), Error::None);
+        const auto leavePending = [&](int keyslot) {
+            anna.pending = keyslot;
+            QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(anna), &anna.object), Error::None);
+        };
+        leavePending(opened.volume->FindUser(kBoris)->keyslots[0]);
+        QCOMPARE(opened.volume->FinishPending(), Error::None);
+        QCOMPARE(Login(scratch, kBoris, ScratchVolume::kOtherPassword), Error::None);
+        leavePending(2);
         int keyslot = -1;
         QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("rescue"), volume::KeyCost::ForPassword(1),
                                            &keyslot),
