@@ -58,8 +58,10 @@ void LoginThrottle::EndAttempt(const volume::UserName &name)
 
 void LoginThrottle::Store()
 {
-    if (!m_store.Write(m_state))
-        Log(kLogErrors, "The count of failed logins cannot be kept beyond the end of the program.");
+    if (m_store.Write(m_state) || m_failureLogged)
+        return;
+    Log(kLogErrors, "The count of failed logins cannot be kept beyond the end of the program.");
+    m_failureLogged = true;
 }
 
 } // namespace host

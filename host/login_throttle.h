@@ -41,6 +41,7 @@ private:
     Clock m_clock;
     LoginState m_state;
     LoginState m_before; // the attempt that is under way
+    bool m_failureLogged = false;
 };
 
 } // namespace host

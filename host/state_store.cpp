@@ -1,9 +1,11 @@
 #include "state_store.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "pbe/files.h"
@@ -45,6 +47,16 @@ void Synchronize(const std::filesystem::path &directory)
     close(file);
 }
 
+// A root without settings or texts has no such directory yet; guessing is to be slowed down there, too.
+bool MakeDirectory(const std::filesystem::path &directory)
+{
+    constexpr mode_t kReadableByAll = 0755;
+    if (mkdir(directory.c_str(), kReadableByAll) != 0)
+        return errno == EEXIST;
+    Synchronize(directory.parent_path());
+    return true;
+}
+
 } // namespace
 
 LoginState FileStateStore::Read()
@@ -63,10 +75,11 @@ bool FileStateStore::Write(const LoginState &state)
 {
     const std::string name = FileName();
     const std::string fresh = name + ".new";
-    if (name.empty() || !WriteFile(fresh, EncodeLoginState(state)) ||
+    const std::filesystem::path directory = std::filesystem::path(name).parent_path();
+    if (name.empty() || !MakeDirectory(directory) || !WriteFile(fresh, EncodeLoginState(state)) ||
         std::rename(fresh.c_str(), name.c_str()) != 0)
         return false;
-    Synchronize(std::filesystem::path(name).parent_path());
+    Synchronize(directory);
     return true;
 }
 

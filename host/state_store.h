@@ -19,7 +19,7 @@ public:
     virtual bool KeepsLastLogin() const = 0;
 };
 
-// ROOT/pba/state.json.
+// ROOT/pba/state.json; the directory is made when it is missing.
 class FileStateStore final : public StateStore
 {
 public:

@@ -180,6 +180,7 @@ private slots:
         for (int failures = 0; failures < 7; ++failures)
             host.Login(u"", u"anna", u"wrong");
         QCOMPARE(host.view.calls.mid(13), (Calls{"Wrong", "SelectPassword", "Wait", "SelectPassword"}));
+        QCOMPARE(fake_pbe::LogText().count("cannot be kept"), 1);
     }
 
     void theKeyboardIsNamed_data()

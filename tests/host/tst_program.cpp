@@ -86,8 +86,9 @@ private slots:
     void strangeMemories()
     {
         QTemporaryDir root;
-        QVERIFY(QDir(root.path()).mkpath("pba"));
         PbeSetFileRoot(root.path().toUtf8());
+        QVERIFY(host::FileStateStore().Write({3, 5})); // makes its directory
+        QCOMPARE(host::FileStateStore().Read().failures, 3u);
         for (const char *content :
              {"", "{", "[]", R"({"type":"pba-state","failures":-1,"failed":1e300,"domain":7})",
               R"({"type":"pba-state","failures":18446744073709551615,"failed":18446744073709551615})"}) {
@@ -134,9 +135,10 @@ private:
     QStringList Usual() const
     {
         const QString volume = QString::fromStdString(m_scratch.Path());
-        return {"--root", QDir::tempPath(), "--volume", volume, "--module", SCRIPTED_MODULE};
+        return {"--root", m_root.path(), "--volume", volume, "--module", SCRIPTED_MODULE};
     }
 
+    QTemporaryDir m_root;
     ScratchVolume m_scratch;
     QString m_place;
 };
