@@ -7,8 +7,9 @@ namespace {
 
 void AddCompile(CLI::App *settings, SettingsOptions *options)
 {
-    CLI::App *command = AddCommand(settings, "compile", "Turn settings from JSON into the view's settings.bin",
-                                   "pba_admin settings compile settings.json /pba/settings.bin");
+    CLI::App *command =
+        AddCommand(settings, "compile", "Turn settings from JSON into the view's settings.bin",
+                   "pba_admin settings compile settings.json /pba/settings.bin");
     command->add_option("IN", options->input, "Settings in JSON")->required()->check(CheckNotEmpty);
     command->add_option("OUT", options->output, "The binary file, replaced when it exists")
         ->required()
@@ -34,8 +35,10 @@ void AddInit(CLI::App *settings, SettingsOptions *options)
         ->add_flag("--detect", options->detect,
                    "Take host name, languages and keyboard layouts from this system's own configuration")
         ->required();
-    command->add_option("--root", options->root, "The system to look at (default: /)")->check(CheckNotEmpty);
-    command->add_option("OUT", options->output, "A new file (default: standard output)")->check(CheckNotEmpty);
+    command->add_option("--root", options->root, "The system to look at (default: /)")
+        ->check(CLI::ExistingDirectory);
+    command->add_option("OUT", options->output, "A new file (default: standard output)")
+        ->check(CheckNotEmpty);
     command->final_callback([options] { DetectSettings(*options); });
 }
 
@@ -45,14 +48,14 @@ void AddSettingsCommands(CLI::App *app, SettingsOptions *options)
 {
     CLI::App *settings = app->add_subcommand("settings", "Settings of the view")->require_subcommand(1);
     AddCompile(settings, options);
-    CLI::App *show = AddReading(settings, options, "show", "Show settings",
-                                "pba_admin settings show /pba/settings.bin");
+    CLI::App *show =
+        AddReading(settings, options, "show", "Show settings", "pba_admin settings show /pba/settings.bin");
     show->add_flag("--json", options->json, "As JSON that can be compiled");
     show->final_callback([options] { ShowSettings(*options); });
-    CLI::App *check =
-        AddReading(settings, options, "check",
-                   "Check settings: 0 when the view takes them, with or without warnings, 1 when it would not",
-                   "pba_admin settings check settings.json");
+    CLI::App *check = AddReading(
+        settings, options, "check",
+        "Check settings: 0 when the view takes them, with or without warnings, 1 when it would not",
+        "pba_admin settings check settings.json");
     check->add_flag("--json", options->json, "The findings as a list in JSON on standard output");
     check->final_callback([options] { CheckSettings(*options); });
     AddInit(settings, options);

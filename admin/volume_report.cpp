@@ -55,7 +55,7 @@ std::string PurposeOf(const volume::Keyslot &keyslot, const std::vector<volume::
     return named->type == volume::kUserObjectType ? "user"
            : named->type == kTokenType            ? "token"
            : named->type == kRecoveryType         ? "recovery"
-                                                  : named->type;
+                                                  : volume::Printable(named->type);
 }
 
 json DescribeKeyslots(const Volume &volume)
