@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 
 #include "run_program.h"
+#include "test_files.h"
 #include "test_main.h"
 
 // Each row of the faults spoils one thing in it.
@@ -30,7 +31,7 @@ private slots:
                                 "07a40100 01000000 4e00 0300 7100 07040000 02000000 3dd8 00de 0000 0000"
                                 "0800 2000 0000 0000 0000 1400");
         QCOMPARE(Compile(json).errors, QByteArray());
-        QCOMPARE(ReadOutput().toHex(' '), expected.toHex(' '));
+        QCOMPARE(ReadFile(m_output).toHex(' '), expected.toHex(' '));
     }
 
     void hotkeys()
@@ -40,7 +41,7 @@ private slots:
         for (const auto &[text, bytes] : accepted) {
             QCOMPARE(Compile(QByteArray(kGood).replace("Ctrl+1", text)).exitCode, 0);
             // Behind it stand those of language, layout and Caps Lock, here with their defaults.
-            QCOMPARE(ReadOutput().last(16).toHex(), QByteArray(bytes) + "010010000200100000001400");
+            QCOMPARE(ReadFile(m_output).last(16).toHex(), QByteArray(bytes) + "010010000200100000001400");
         }
         for (const char *text :
              {"", "+1", "ctrl+1", "Ctrl+Ctrl+1", "F0", "F25", "0x0", "0x10000", "Ctrl+Alt+Shift", "12"})
@@ -48,33 +49,26 @@ private slots:
                            ": inputLanguages[0].layouts[0].selectHotkey: ");
     }
 
-    void faults_data()
-    {
-        QTest::addColumn<QByteArray>("spoilt");
-        const auto row = [](const char *replaced, const char *with, const char *says) {
-            QTest::newRow(says) << QByteArray(kGood).replace(replaced, with);
-        };
-        row("\"pc\",", "\"pc\"", "line 3, column 18: not valid JSON");
-        row(kGood, "[]", "the whole file: must be an object");
-        row("hostName", "host\\nname", "host?name: unknown member");
-        row("hostName", "hostname", "the whole file: lacks \"hostName\"");
-        row("\"pc\"", "\"\"", "hostName: must be text");
-        row("\"hostName\":", "\"hostName\": \"pd\", \"hostName\":", "hostName: stands twice");
-        row("1033", "65536", "inputLanguages[0].languageId: must be");
-        row("1033", "\"1033\"", "inputLanguages[0].languageId: must be a number");
-        row("00000409", "409", "inputLanguages[0].layouts[0].layoutId: must be text");
-        row("\"Ctrl+1\"", "1", "inputLanguages[0].layouts[0].selectHotkey: must");
-        row("\"layouts\": [", "\"layouts\": [], \"other\": [", "inputLanguages[0].layouts: must be a list");
-        row("[{\"layoutId", "[7, {\"layoutId", "inputLanguages[0].layouts[0]: must be an object");
-    }
     void faults()
     {
-        QFETCH(QByteArray, spoilt);
+        // What is replaced, with what, and what is said of it.
+        const std::tuple<const char *, const char *, const char *> rows[] = {
+            {"\"pc\"", "\"\"", "hostName: must be text"},
+            {"\"hostName\":", "\"hostName\": \"pd\", \"hostName\":", "hostName: stands twice"},
+            {"1033", "65536", "inputLanguages[0].languageId: must be"},
+            {"1033", "\"1033\"", "inputLanguages[0].languageId: must be a number"},
+            {"00000409", "409", "inputLanguages[0].layouts[0].layoutId: must be text"},
+            {"\"Ctrl+1\"", "1", "inputLanguages[0].layouts[0].selectHotkey: must"},
+            {"\"layouts\": [", "\"layouts\": [], \"other\": [", "inputLanguages[0].layouts: must be a list"},
+            {"[{\"layoutId", "[7, {\"layoutId", "inputLanguages[0].layouts[0]: must be an object"},
+        };
         QCOMPARE(Compile(kGood).exitCode, 0);
-        const QByteArray before = ReadOutput();
-        const Outcome outcome = Compile(spoilt);
-        QVERIFY2(outcome.exitCode == 1 && outcome.errors.contains(QTest::currentDataTag()), outcome.errors);
-        QCOMPARE(ReadOutput(), before);
+        const QByteArray before = ReadFile(m_output);
+        for (const auto &[replaced, with, says] : rows) {
+            const Outcome outcome = Compile(QByteArray(kGood).replace(replaced, with));
+            QVERIFY2(outcome.exitCode == 1 && outcome.errors.contains(says), outcome.errors);
+            QCOMPARE(ReadFile(m_output), before);
+        }
         QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), (QStringList{"in.json", "out.bin"}));
     }
 
@@ -93,16 +87,8 @@ private slots:
 private:
     Outcome Compile(const QByteArray &json)
     {
-        QFile file(m_input);
-        if (!file.open(QFile::WriteOnly) || file.write(json) != json.size())
-            qFatal("no input");
-        file.close();
+        WriteFile(m_input, json);
         return Run(PBA_ADMIN, {"settings", "compile", m_input, m_output});
-    }
-    QByteArray ReadOutput() const
-    {
-        QFile file(m_output);
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     QTemporaryDir m_directory;

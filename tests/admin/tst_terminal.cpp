@@ -10,30 +10,23 @@ class TerminalTest : public QObject
     Q_OBJECT
 
 private slots:
-    void theNewPasswordIsAskedTwice_data()
-    {
-        QTest::addColumn<QByteArrayList>("typed");
-        QTest::addColumn<QByteArray>("ends");
-        QTest::newRow("another") << QByteArrayList{"Oops one\n", "Oops two\n"} << QByteArray("ends with 1");
-        QTest::newRow("interrupted") << QByteArrayList{"Oops one\n", "Oops\x03"} << QByteArray("ends with 130");
-        QTest::newRow("the same") << QByteArrayList{"Oops one\n", "Oops one\n"} << QByteArray("ends with 0");
-    }
     void theNewPasswordIsAskedTwice()
     {
-        QFETCH(QByteArrayList, typed);
-        QFETCH(QByteArray, ends);
         const QString path = m_directory.filePath("volume.img");
         const QString command = "trap : INT; " PBA_ADMIN " volume create " + path +
                                 " --size 20M --user anna --iter-time 1; echo ends with $?; stty -a";
-        QProcess terminal;
-        terminal.start("script", {"-qc", command, "/dev/null"});
-        QVERIFY(AnswerPrompt(&terminal, "New password: ", typed[0]));
-        QVERIFY(AnswerPrompt(&terminal, "New password again: ", typed[1]));
-        QVERIFY(terminal.waitForFinished());
-        const QByteArray shown = terminal.readAllStandardOutput();
-        QVERIFY2(shown.contains(ends + "\r\n") && shown.contains(" echo "), shown);
-        QVERIFY2(!shown.contains("Oops"), shown);
-        QCOMPARE(QFile::exists(path), ends.endsWith("0") && !ends.endsWith("130"));
+        for (const auto &[again, exitCode] :
+             {std::pair("Oops two\n", 1), {"Oops\x03", 130}, {"Oops one\n", 0}}) {
+            QProcess terminal;
+            terminal.start("script", {"-qc", command, "/dev/null"});
+            QVERIFY(AnswerPrompt(&terminal, "New password: ", "Oops one\n"));
+            QVERIFY(AnswerPrompt(&terminal, "New password again: ", again));
+            QVERIFY(terminal.waitForFinished());
+            const QByteArray shown = terminal.readAllStandardOutput();
+            QVERIFY2(shown.contains("ends with " + QByteArray::number(exitCode) + "\r\n"), shown);
+            QVERIFY2(shown.contains(" echo ") && !shown.contains("Oops"), shown);
+            QCOMPARE(QFile::exists(path), exitCode == 0);
+        }
     }
 
 private:

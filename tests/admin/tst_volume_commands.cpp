@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include "run_program.h"
+#include "test_files.h"
 #include "test_main.h"
 
 class VolumeCommandsTest : public QObject
@@ -55,8 +56,7 @@ private slots:
     void aVolumeOfTheStandardTool()
     {
         const QString path = m_directory.filePath("foreign.img");
-        QFile file(path);
-        QVERIFY(file.open(QFile::WriteOnly) && file.resize(20 * 1024 * 1024));
+        WriteFile(path, QByteArray(20 * 1024 * 1024, '\0'));
         const QStringList format{"luksFormat", "-q", "--pbkdf", "pbkdf2", "--pbkdf-force-iterations",
                                  "1000",       path, "-"};
         QCOMPARE(RunStandardTool(format, "master").exitCode, 0);
@@ -94,51 +94,45 @@ private slots:
             CompareFailure(Run(PBA_ADMIN, QStringList{"policy", "set", option} + volume), 2, "--");
     }
 
-    void refusals_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<int>("exitCode");
-        const QString path = m_directory.filePath("never.img");
-        const auto row = [](const char *says, const QStringList &arguments, const QByteArray &input,
-                            int exitCode) { QTest::newRow(says) << arguments << input << exitCode; };
-        row("--bogus", Create(path) + QStringList{"--bogus"}, "good", 2);
-        row("FILE: must not be empty", Create(""), "good", 2);
-        for (const char *size : {"--size 64Q", "--size -64M", "--size 99999999999G"})
-            row(size, Create(path, size + 7), "good", 2);
-        row("minimum is 17M", Create(path, "16M"), "good", 2);
-        row("multiple of 4K", Create(path, "20481K"), "good", 2);
-        row("that large", Create(path, "8000000000G"), "good enough", 1);
-        row("policy asks for at least 8 characters", User("passwd", m_volume, "boris"),
-            "paper boat\nshorter\n", 1);
-        row("is the old one", User("passwd", m_volume, "boris"), "green quill 7\npaper boat\n", 1);
-        row("no such user", User("passwd", m_volume, "anna"), "green quill 7\npaper ship\n", 1);
-        row("no such user; check", User("remove", m_volume, "carl"), "green quill 7\n", 1);
-        row("name is empty", Create(path, "20M", ""), "good", 2);
-        row("control characters", Create(path, "20M", "a\nb"), "good", 2);
-        row("256 bytes", Create(path, "20M", QString(257, 'x')), "good", 2);
-        row("input ended", Create(path), "", 1);
-        row("password is empty", Create(path), "\n", 1);
-        row("127 characters", Create(path), QByteArray(128, 'x'), 1);
-        row("512 bytes", Create(path), QByteArray(513, 'x'), 1);
-        row("must be UTF-8 text", Create(path), "\xff", 1);
-        row(".img: exists already", Create(m_volume), "good", 1);
-        row("user exists already", User("add", m_volume, "anna") + QStringList{"--domain", "B\u00fcro"},
-            "good", 1);
-        row("shorter than the policy", Create(path), "shorter\n", 1);
-        row("wrong password", User("add", m_volume, "carl"), "no\nnew\n", 1);
-        row("ended where a password", User("add", m_volume, "carl"), "green quill 7\n", 1);
-    }
     void refusals()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QByteArray, input);
-        QFETCH(int, exitCode);
+        const QString path = m_directory.filePath("never.img");
+        const std::tuple<const char *, QStringList, QByteArray, int> rows[] = {
+            {"--bogus", Create(path) + QStringList{"--bogus"}, "good", 2},
+            {"FILE: must not be empty", Create(""), "good", 2},
+            {"--size 64Q", Create(path, "64Q"), "good", 2},
+            {"--size -64M", Create(path, "-64M"), "good", 2},
+            {"--size 99999999999G", Create(path, "99999999999G"), "good", 2},
+            {"minimum is 17M", Create(path, "16M"), "good", 2},
+            {"multiple of 4K", Create(path, "20481K"), "good", 2},
+            {"that large", Create(path, "8000000000G"), "good enough", 1},
+            {"policy asks for at least 8 characters", User("passwd", m_volume, "boris"),
+             "paper boat\nshorter\n", 1},
+            {"is the old one", User("passwd", m_volume, "boris"), "green quill 7\npaper boat\n", 1},
+            {"no such user", User("passwd", m_volume, "anna"), "green quill 7\npaper ship\n", 1},
+            {"no such user; check", User("remove", m_volume, "carl"), "green quill 7\n", 1},
+            {"name is empty", Create(path, "20M", ""), "good", 2},
+            {"control characters", Create(path, "20M", "a\nb"), "good", 2},
+            {"256 bytes", Create(path, "20M", QString(257, 'x')), "good", 2},
+            {"input ended", Create(path), "", 1},
+            {"password is empty", Create(path), "\n", 1},
+            {"127 characters", Create(path), QByteArray(128, 'x'), 1},
+            {"512 bytes", Create(path), QByteArray(513, 'x'), 1},
+            {"must be UTF-8 text", Create(path), "\xff", 1},
+            {".img: exists already", Create(m_volume), "good", 1},
+            {"user exists already", User("add", m_volume, "anna") + QStringList{"--domain", "B\u00fcro"},
+             "good", 1},
+            {"shorter than the policy", Create(path), "shorter\n", 1},
+            {"wrong password", User("add", m_volume, "carl"), "no\nnew\n", 1},
+            {"ended where a password", User("add", m_volume, "carl"), "green quill 7\n", 1},
+        };
         const QStringList before = QDir(m_directory.path()).entryList(QDir::Files);
         const QByteArray header = HeaderBytes();
-        CompareFailure(Run(PBA_ADMIN, arguments, input), exitCode, QTest::currentDataTag());
-        QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), before);
-        QCOMPARE(HeaderBytes(), header);
+        for (const auto &[says, arguments, input, exitCode] : rows) {
+            CompareFailure(Run(PBA_ADMIN, arguments, input), exitCode, says);
+            QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), before);
+            QVERIFY2(HeaderBytes() == header, says);
+        }
     }
 
     // No volume gets the number of a closed stream, and what could not be written is no success.
@@ -209,11 +203,7 @@ private:
         const QByteArray json = RunStandardTool({"luksDump", "--dump-json-metadata", m_volume}).output;
         return QJsonDocument::fromJson(json).object();
     }
-    QByteArray HeaderBytes() const
-    {
-        QFile file(m_volume);
-        return file.open(QFile::ReadOnly) ? file.read(128 * 1024) : QByteArray();
-    }
+    QByteArray HeaderBytes() const { return ReadFile(m_volume).first(128 * 1024); }
 
     QTemporaryDir m_directory;
     QString m_volume = m_directory.filePath("volume.img");

@@ -183,29 +183,23 @@ private slots:
         QCOMPARE(fake_pbe::LogText().count("cannot be kept"), 1);
     }
 
-    void theKeyboardIsNamed_data()
-    {
-        QTest::addColumn<uint>("layout");
-        QTest::addColumn<bool>("capsLock");
-        QTest::addColumn<QString>("hint");
-        QTest::newRow("a layout") << 0x407u << false << "\n\nThe keyboard layout is German.";
-        QTest::newRow("an unknown one") << 0xABCDu << false << "";
-        QTest::newRow("both") << 0x407u << true << "\n\nThe keyboard layout is German. Caps Lock is on.";
-        QTest::newRow("Caps Lock") << 0u << true << "\n\nCaps Lock is on.";
-        QTest::newRow("as the selector calls it")
-            << 0x409u << false << "\n\nThe keyboard layout is Am\u00e9ricain.";
-    }
     void theKeyboardIsNamed()
     {
-        QFETCH(QString, hint);
-        QFETCH(uint, layout);
-        QFETCH(bool, capsLock);
-        Host host(m_scratch);
-        fake_pbe::WriteFile(u"\\pba\\settings.bin", Settings(0x409, u"Am\u00e9ricain"));
-        fake_pbe::SetKeyboard(layout, capsLock);
-        host.Login(u"", u"anna", u"wrong");
-        const QString text = QString::fromStdU16String(host.view.lastText);
-        QCOMPARE(text.mid(text.indexOf(u'.', text.indexOf("Caps Lock")) + 1), hint);
+        const std::tuple<std::uint32_t, bool, QString> rows[] = {
+            {0x407, false, "\n\nThe keyboard layout is German."},
+            {0xABCD, false, ""}, // an unknown one
+            {0x407, true, "\n\nThe keyboard layout is German. Caps Lock is on."},
+            {0, true, "\n\nCaps Lock is on."},
+            {0x409, false, "\n\nThe keyboard layout is Am\u00e9ricain."}, // as the selector calls it
+        };
+        for (const auto &[layout, capsLock, hint] : rows) {
+            Host host(m_scratch);
+            fake_pbe::WriteFile(u"\\pba\\settings.bin", Settings(0x409, u"Am\u00e9ricain"));
+            fake_pbe::SetKeyboard(layout, capsLock);
+            host.Login(u"", u"anna", u"wrong");
+            const QString text = QString::fromStdU16String(host.view.lastText);
+            QCOMPARE(text.mid(text.indexOf(u'.', text.indexOf("Caps Lock")) + 1), hint);
+        }
     }
 
     void aPasswordIsChanged()
@@ -283,7 +277,7 @@ private slots:
         QVERIFY(!host.osStart.HasStarted() && fake_pbe::LogText().contains("cannot be mapped"));
     }
 
-    void aLoginInsideALoginIsRefused()
+    void whatHappensDuringAMessage()
     {
         Host host(m_scratch);
         kro::result_t nested = kro::kOk;
@@ -291,29 +285,10 @@ private slots:
         QCOMPARE(host.Login(u"", u"anna", u"wrong"), kro::kOk);
         QCOMPARE(nested, kro::kInvalidState);
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kProhibited);
+        host.view.duringMessage = [] { throw std::bad_alloc(); }; // does not reach the view
+        QCOMPARE(host.Login(u"", u"anna", u"wrong"), kro::kOutOfMemory);
         QCOMPARE(host.Login(u"", u"anna", kRight), kro::kOk); // and the next one is free again
         QCOMPARE(host.view.calls.last(), "LoggedIn");
-    }
-
-    void automaticLogonIsTriedOnceAndOnlyWhenAllowed()
-    {
-        for (const bool allowed : {true, false}) {
-            Host host(m_scratch, {}, {true, allowed});
-            bool first = allowed;
-            bool second = false;
-            QCOMPARE(host.view.logic->IsAutologonSuppressed(&first), kro::kOk);
-            QCOMPARE(host.view.logic->IsAutologonSuppressed(&second), kro::kOk);
-            QCOMPARE(first, !allowed);
-            QVERIFY(second);
-        }
-    }
-
-    void noExceptionReachesTheView()
-    {
-        Host host(m_scratch);
-        host.view.duringMessage = [] { throw std::bad_alloc(); };
-        QCOMPARE(host.Login(u"", u"anna", u"wrong"), kro::kOutOfMemory);
-        QCOMPARE(host.Login(u"", u"anna", kRight), kro::kOk);
     }
 
 private:

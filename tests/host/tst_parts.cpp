@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include "test_files.h"
 #include "test_main.h"
 #include "volume/mapping.h"
 #include "volume/text.h"
@@ -48,37 +49,33 @@ private slots:
         }
     }
     // Each row but the first spoils one thing in a mapping that is ours.
-    void aMappingIsLookedUp_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("ours") << "dm/name" << QByteArray("root");
-        QTest::newRow("another name") << "dm/name" << QByteArray("data");
-        QTest::newRow("another volume") << "dm/uuid" << QByteArray("CRYPT-LUKS2-0123abce-root");
-        QTest::newRow("a longer identifier") << "dm/uuid" << QByteArray("CRYPT-LUKS2-0123abcdef-root");
-        QTest::newRow("no encryption") << "dm/uuid" << QByteArray("LVM-0123abcd-root");
-        QTest::newRow("another file") << "slaves/loop0/loop/backing_file" << QByteArray("/proc/self/exe");
-        QTest::newRow("a second device") << "slaves/sda/dev" << QByteArray("8:0");
-    }
     void aMappingIsLookedUp()
     {
-        QFETCH(QString, path);
-        QFETCH(QByteArray, line);
-        QTemporaryDir root;
-        const auto write = [&](const QString &name, const QByteArray &content) {
-            QVERIFY(QDir().mkpath(QFileInfo(root.filePath(name)).path()));
-            QFile file(root.filePath(name));
-            QVERIFY(file.open(QFile::WriteOnly) && file.write(content + '\n') > 0);
+        const std::pair<QString, QByteArray> rows[] = {
+            {"dm/name", "root"},
+            {"dm/name", "data"},
+            {"dm/uuid", "CRYPT-LUKS2-0123abce-root"},
+            {"dm/uuid", "CRYPT-LUKS2-0123abcdef-root"}, // a longer identifier
+            {"dm/uuid", "LVM-0123abcd-root"},
+            {"slaves/loop0/loop/backing_file", "/proc/self/exe"},
+            {"slaves/sda/dev", "8:0"}, // a second device
         };
-        write("volume.img", "v");
-        write("block/dm-3/dm/name", "root");
-        write("block/dm-3/dm/uuid", "CRYPT-LUKS2-0123abcd-root");
-        write("block/dm-3/slaves/loop0/dev", "7:0");
-        write("block/dm-3/slaves/loop0/loop/backing_file", root.filePath("volume.img").toUtf8());
-        write("block/dm-3/" + path, line);
-        const bool ours = volume::IsMappedOver(root.path().toStdString(), "root", "0123-abcd",
-                                               root.filePath("volume.img").toStdString());
-        QCOMPARE(ours, QTest::currentDataTag() == QByteArray("ours"));
+        for (const auto &[path, line] : rows) {
+            QTemporaryDir root;
+            const auto write = [&](const QString &name, const QByteArray &content) {
+                QDir().mkpath(QFileInfo(root.filePath(name)).path());
+                WriteFile(root.filePath(name), content + '\n');
+            };
+            write("volume.img", "v");
+            write("block/dm-3/dm/name", "root");
+            write("block/dm-3/dm/uuid", "CRYPT-LUKS2-0123abcd-root");
+            write("block/dm-3/slaves/loop0/dev", "7:0");
+            write("block/dm-3/slaves/loop0/loop/backing_file", root.filePath("volume.img").toUtf8());
+            write("block/dm-3/" + path, line);
+            const bool ours = volume::IsMappedOver(root.path().toStdString(), "root", "0123-abcd",
+                                                   root.filePath("volume.img").toStdString());
+            QVERIFY2(ours == (&line == &rows[0].second), line);
+        }
     }
 };
 

@@ -5,6 +5,7 @@
 #include "pbe/files.h"
 #include "run_program.h"
 #include "scratch_volume.h"
+#include "test_files.h"
 #include "test_main.h"
 
 class ProgramTest : public QObject
@@ -12,60 +13,50 @@ class ProgramTest : public QObject
     Q_OBJECT
 
 private slots:
-    void exitCodes_data()
-    {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<int>("exitCode");
-        const auto row = [](const char *what, const char *script, int exitCode) {
-            QTest::newRow(what) << QByteArray(script) << exitCode;
-        };
-        row("a login starts the system", "login\nstart\n", 0);
-        row("the view fails after the start", "login\nstart\nfail\n", 0);
-        row("a start without login", "start\n", 1);
-        row("a login without start", "login\n", 1);
-        row("a signal", "signal\nfail\n", 3);
-        row("a signal before the start", "login\nsignal\nstart\n", 3);
-        row("a signal after the start", "login\nstart\nsignal\nfail\n", 0);
-        row("a second signal ends it at once", "login\nstart\nsignal\nsignal\n", 3);
-        row("--test-boot", "start\n", 4);
-        row("--test-boot, not ended", "", 1);
-    }
     void exitCodes()
     {
-        QFETCH(QByteArray, script);
-        QTemporaryDir directory;
-        WriteFile(directory.filePath("script"), script);
-        QStringList arguments = Usual();
-        if (QByteArray(QTest::currentDataTag()).startsWith("--test-boot"))
-            arguments.append("--test-boot");
-        const Outcome outcome = Run(PBA_HOST, arguments, {}, directory.path());
-        QTEST(outcome.exitCode, "exitCode");
-        QCOMPARE(outcome.output, QByteArray());
+        const QStringList testBoot{"--test-boot"};
+        const QStringList autologon{"--allow-autologon"};
+        const std::tuple<const char *, int, QStringList> rows[] = {
+            {"login\nstart\n", 0, {}},
+            {"login\nstart\nfail\n", 0, {}}, // the system has started, whatever the view says
+            {"start\n", 1, {}},
+            {"login\n", 1, {}},
+            {"signal\nfail\n", 3, {}},
+            {"login\nsignal\nstart\n", 3, {}},
+            {"login\nstart\nsignal\nfail\n", 0, {}},
+            {"login\nstart\nsignal\nsignal\n", 3, {}}, // a second one ends it at once
+            {"start\n", 4, testBoot},
+            {"", 1, testBoot},
+            {"automatic\nstart\n", 1, {}},
+            {"automatic\nstart\n", 0, autologon},
+            {"automatic\nwrong\nautomatic\nstart\n", 1, autologon}, // once only
+        };
+        for (const auto &[script, exitCode, options] : rows) {
+            WriteFile(m_root.filePath("script"), script);
+            const Outcome outcome = Run(PBA_HOST, Usual() + options, {}, m_root.path());
+            QVERIFY2(outcome.exitCode == exitCode && outcome.output.isEmpty(), script);
+        }
     }
 
     // What one start leaves to the next, and what a volume's policy has to say.
     void startsInARow()
     {
-        QTemporaryDir directory;
-        QDir root(directory.filePath("root"));
-        const auto start = [&](const QByteArray &script) {
-            WriteFile(directory.filePath("script"), script);
-            const QStringList options{"--root", root.path(), "--allow-autologon", "--state", m_place};
-            return Run(PBA_HOST, Usual() + options, {}, directory.path()).exitCode;
-        };
-        const auto content = [&](const QString &name) {
-            QFile file(root.filePath("pba/" + name));
-            return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("missing");
-        };
         volume::Policy strict;
         strict.freeAttempts = 1;
         strict.autologonAllowed = false;
         for (const bool inHeader : {false, true}) {
-            m_place = inHeader ? "header" : "root";
+            QDir root(m_root.filePath("root"));
             const auto makeRoot = [&] {
                 root.removeRecursively();
                 root.mkpath("pba");
                 WriteFile(root.filePath("pba/last_usr.txt"), "");
+            };
+            const auto start = [&](const QByteArray &script) {
+                WriteFile(m_root.filePath("script"), script);
+                const QStringList options{"--root", root.path(), "--state", inHeader ? "header" : "root",
+                                          "--allow-autologon"};
+                return Run(PBA_HOST, Usual() + options, {}, m_root.path()).exitCode;
             };
             makeRoot();
             QVERIFY(m_scratch.Open()->SetPolicy({}) == volume::Error::None);
@@ -76,9 +67,9 @@ private slots:
             if (inHeader) // it lasts where the root does not
                 makeRoot();
             QCOMPARE(start("login\nstart\n"), 1);
-            QCOMPARE(content("state.json") == "missing", inHeader);
-            QCOMPARE(content("last_usr.txt"), inHeader ? Utf16(u"boris") : "");
-            QCOMPARE(content("last_dmn.txt"), inHeader ? Utf16(u"OFFICE") : "missing");
+            QCOMPARE(QFile::exists(root.filePath("pba/state.json")), !inHeader);
+            QCOMPARE(ReadFile(root.filePath("pba/last_usr.txt")), inHeader ? Utf16(u"boris") : "");
+            QCOMPARE(ReadFile(root.filePath("pba/last_dmn.txt")), inHeader ? Utf16(u"OFFICE") : "");
         }
     }
 
@@ -121,12 +112,6 @@ private slots:
     }
 
 private:
-    static void WriteFile(const QString &name, const QByteArray &content)
-    {
-        QFile file(name);
-        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", qPrintable(name));
-    }
     static QByteArray Utf16(QStringView text)
     {
         return "\xff\xfe" + QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size());
@@ -140,7 +125,6 @@ private:
 
     QTemporaryDir m_root;
     ScratchVolume m_scratch;
-    QString m_place;
 };
 
 PBA_REGISTER_TEST(ProgramTest);
