@@ -143,6 +143,21 @@ private slots:
             CompareFailure(run(redirection, {"volume", "info", m_volume}), 1, "cannot be written");
     }
 
+#ifdef NO_MEMORY
+    // Wherever in reading the command line the memory ends.
+    void noMemory()
+    {
+        Outcome outcome{1, {}, {}};
+        for (int moment = 0; outcome.exitCode == 1; moment += 97) {
+            outcome = Run("/usr/bin/env", {"LD_PRELOAD=" NO_MEMORY,
+                                           QString("PBA_NO_MEMORY_AT=%1").arg(moment), PBA_ADMIN, "policy"});
+            CompareFailure(outcome, outcome.exitCode,
+                           outcome.exitCode == 1 ? "not enough memory" : "required");
+        }
+        QCOMPARE(outcome.exitCode, 2);
+    }
+#endif
+
     // Permissions do not bind the administrator, so the tool runs as somebody else.
     void aReadOnlyVolume()
     {
@@ -199,7 +214,10 @@ private:
         const QByteArray json = RunStandardTool({"luksDump", "--dump-json-metadata", m_volume}).output;
         return QJsonDocument::fromJson(json).object();
     }
-    QByteArray HeaderBytes() const { return ReadFile(m_volume).first(128 * 1024); }
+    QByteArray HeaderBytes() const
+    {
+        return ReadFile(m_volume).first(128 * 1024);
+    }
 
     QTemporaryDir m_directory;
     QString m_volume = m_directory.filePath("volume.img");
