@@ -1,6 +1,8 @@
 // The host's answers to the view, on a real volume and with a view that records.
 #include <functional>
 
+#include <QCryptographicHash>
+
 #include "business_logic.h"
 #include "fake_pbe.h"
 #include "scratch_volume.h"
@@ -90,6 +92,25 @@ QByteArray Settings(std::uint32_t layout, const char16_t *name)
     return QByteArray::fromStdString(admin::EncodeSettings(record));
 }
 
+// As on a volume from a computer with more memory than any has.
+void AskForTooMuchMemory(const ScratchVolume &scratch)
+{
+    constexpr qsizetype kCopyBytes = 64 * 1024;
+    constexpr qsizetype kChecksum = 0x1c0;
+    QFile file(QString::fromStdString(scratch.Path()));
+    QVERIFY(file.open(QFile::ReadWrite));
+    for (const qsizetype start : {qsizetype(0), kCopyBytes}) {
+        QVERIFY(file.seek(start));
+        QByteArray copy = file.read(kCopyBytes);
+        copy.replace(R"("type":"pbkdf2","hash":"sha512","iterations":1000)",
+                     R"("type":"argon2id","time":4,"memory":2147483647,"cpus":1)");
+        copy.truncate(kCopyBytes);
+        copy.replace(kChecksum, 64, QByteArray(64, '\0'));
+        copy.replace(kChecksum, 32, QCryptographicHash::hash(copy, QCryptographicHash::Sha256));
+        QVERIFY(file.seek(start) && file.write(copy) == kCopyBytes);
+    }
+}
+
 } // namespace
 
 class LogicTest : public QObject
@@ -165,6 +186,25 @@ private slots:
         QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
         QCOMPARE(guess(host), "Message1");
         QCOMPARE(memory.state.failures, 1u);
+    }
+
+    // Each from its real cause, in words that tell it from the others.
+    void theDiskIsToBlame()
+    {
+        const auto answer = [](const std::function<void(const ScratchVolume &)> &before, qint64 sizeAfter) {
+            const ScratchVolume scratch;
+            const QString path = QString::fromStdString(scratch.Path());
+            before(scratch);
+            Host host(scratch);
+            if (!(sizeAfter > 0 ? QFile::resize(path, sizeAfter) : QFile::remove(path)))
+                qFatal("the volume stays");
+            host.Login(u"", u"anna", kRight);
+            return QString::fromStdU16String(host.view.lastText);
+        };
+        const auto sound = [](const ScratchVolume &) {};
+        QVERIFY(answer(sound, 0).startsWith("The encrypted disk has been removed."));
+        QVERIFY(answer(sound, 0x20000).startsWith("The header of the encrypted disk cannot be read."));
+        QVERIFY(answer(AskForTooMuchMemory, 0x20000).startsWith("There is not enough memory"));
     }
 
     void aMemoryThatCannotBeWrittenLocksNobodyOut()
