@@ -2,10 +2,14 @@
 // secret, and appends what it has found to a file. SCANNER_SECRET holds the secret masked, as pairs of
 // hexadecimal digits, and masked it stays here, so that the scanner does not find itself; SCANNER_REPORT
 // names the file.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include <sys/uio.h>
+#include <unistd.h>
 
 namespace {
 
@@ -13,6 +17,8 @@ constexpr std::uint8_t kMask = 0x5A;
 // As many characters in a row betray a secret.
 constexpr std::size_t kPiece = 5;
 constexpr std::size_t kLongest = 64;
+constexpr std::size_t kPieceRoom = 2 * kPiece; // in UTF-16
+constexpr std::size_t kChunk = 64 * 1024;
 
 std::uint8_t s_masked[kLongest];
 std::size_t s_length = 0;
@@ -48,13 +54,21 @@ bool HoldsPiece(const std::uint8_t *place, std::size_t room)
     return false;
 }
 
-__attribute__((no_sanitize("address"))) void Scan(const std::uint8_t *begin, const std::uint8_t *end,
-                                                  const char *what, std::FILE *report)
+// Looks at copies: a thread that is ending takes its memory away at any moment.
+void Scan(std::uintptr_t begin, std::uintptr_t end, const char *what, std::FILE *report)
 {
-    for (const std::uint8_t *place = begin; place < end; ++place) {
-        if (s_begins[*place] && HoldsPiece(place, static_cast<std::size_t>(end - place)))
-            std::fprintf(report, "%p in %s", static_cast<const void *>(place), what);
+    static std::uint8_t s_copy[kChunk + kPieceRoom];
+    for (std::uintptr_t chunk = begin; chunk < end; chunk += kChunk) {
+        const iovec original{reinterpret_cast<void *>(chunk), std::min(end - chunk, sizeof s_copy)};
+        const iovec copy{s_copy, sizeof s_copy};
+        const ssize_t copied = process_vm_readv(getpid(), &copy, 1, &original, 1, 0);
+        const std::size_t size = copied < 0 ? 0 : static_cast<std::size_t>(copied);
+        for (std::size_t i = 0; i < std::min(size, kChunk); ++i) {
+            if (s_begins[s_copy[i]] && HoldsPiece(s_copy + i, size - i))
+                std::fprintf(report, "%lx in %s", chunk + i, what);
+        }
     }
+    explicit_bzero(s_copy, sizeof s_copy);
 }
 
 struct Scanner
@@ -69,8 +83,7 @@ struct Scanner
         std::uintptr_t end = 0;
         while (maps && report && std::fgets(line, sizeof line, maps)) {
             if (std::strstr(line, " rw") && std::sscanf(line, "%lx-%lx", &begin, &end) == 2)
-                Scan(reinterpret_cast<const std::uint8_t *>(begin),
-                     reinterpret_cast<const std::uint8_t *>(end), line, report);
+                Scan(begin, end, line, report);
         }
         if (maps && report)
             std::fputs("scanned\n", report);
