@@ -155,7 +155,7 @@ void EnrollToken(const TokenOptions &options)
     Require(volume->Authorise(passwords.Existing(), &volumeKey), *volume);
     const token::Wrapped wrapped = WrapAndProve(token, options, passwords);
     int keyslot = -1;
-    const HeldSignals held; // a keyslot whose objects are missing would stay for good
+    const HeldSignals held;
     Require(token::AddToken(*volume, volumeKey, wrapped, options.name, &keyslot), *volume);
 }
 

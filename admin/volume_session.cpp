@@ -4,6 +4,7 @@
 #include "failure.h"
 #include "recovery/volume_recovery.h"
 #include "signals.h"
+#include "token/volume_tokens.h"
 
 namespace admin {
 
@@ -29,6 +30,7 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
     const HeldSignals held;
     Require(volume->FinishPending(), *volume);
     Require(recovery::FinishPending(*volume), *volume);
+    Require(token::FinishPending(*volume), *volume);
     return volume;
 }
 

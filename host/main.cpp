@@ -14,6 +14,7 @@
 #include "pbe/log.h"
 #include "recovery/volume_recovery.h"
 #include "stop_signals.h"
+#include "token/volume_tokens.h"
 #include "volume/process_protection.h"
 #include "volume/text.h"
 
@@ -70,6 +71,8 @@ void FinishPending(volume::Volume *volume)
     volume::Error error = volume->FinishPending();
     if (error == volume::Error::None)
         error = recovery::FinishPending(*volume);
+    if (error == volume::Error::None)
+        error = token::FinishPending(*volume);
     if (error != volume::Error::None)
         Log(kLogErrors, std::string("An interrupted change cannot be finished: ") + volume::Describe(error));
 }

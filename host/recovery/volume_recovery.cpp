@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "volume/announced_keyslot.h"
+
 namespace recovery {
 namespace {
 
@@ -23,37 +25,6 @@ std::vector<Found> FindAll(const Volume &volume)
 Error Write(Volume &volume, const Enrolment &enrolment, int *object)
 {
     return volume.WriteObject(EncodeEnrolment(enrolment), object);
-}
-
-int FirstFreeKeyslot(const Volume &volume)
-{
-    const std::vector<volume::Keyslot> used = volume.Keyslots();
-    for (int number = 0; number < volume::kMaxKeyslots; ++number) {
-        if (std::none_of(used.begin(), used.end(),
-                         [&](const volume::Keyslot &keyslot) { return keyslot.number == number; }))
-            return number;
-    }
-    return -1;
-}
-
-bool IsNamedElsewhere(const Volume &volume, int keyslot, int ours)
-{
-    const std::vector<volume::Object> objects = volume.Objects();
-    return std::any_of(objects.begin(), objects.end(), [&](const volume::Object &object) {
-        return object.number != ours &&
-               std::count(object.keyslots.begin(), object.keyslots.end(), keyslot) > 0;
-    });
-}
-
-// In no other object, and of the cost that only random secrets have: anything else is somebody else's,
-// whatever our object says.
-bool IsOurs(const Volume &volume, int number, int object)
-{
-    const std::vector<volume::Keyslot> keyslots = volume.Keyslots();
-    return !IsNamedElsewhere(volume, number, object) &&
-           std::any_of(keyslots.begin(), keyslots.end(), [&](const volume::Keyslot &keyslot) {
-               return keyslot.number == number && keyslot.cost == volume::KeyCost::ForRandomSecret();
-           });
 }
 
 Error UndoPending(Volume &volume, Found found)

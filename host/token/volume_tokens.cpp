@@ -2,36 +2,17 @@
 
 #include <algorithm>
 
-#include <nlohmann/json.hpp>
+#include "volume/announced_keyslot.h"
 
 namespace token {
 namespace {
 
-using nlohmann::json;
 using volume::Object;
+using volume::User;
 using volume::UserName;
 using volume::Volume;
 
 constexpr std::size_t kSlack = 64; // of an object's JSON text in the header
-
-std::string EncodeOwner(const UserName &owner, int keyslot)
-{
-    return json{{"type", kOwnerType},
-                {"keyslots", {std::to_string(keyslot)}},
-                {"domain", owner.domain},
-                {"user", owner.user}}
-        .dump();
-}
-
-UserName DecodeOwner(const Object &object)
-{
-    const json members = json::parse(object.json, nullptr, false);
-    const auto text = [&](const char *name) {
-        const auto member = members.find(name);
-        return member != members.end() && member->is_string() ? member->get<std::string>() : std::string();
-    };
-    return members.is_object() ? UserName{text("domain"), text("user")} : UserName{};
-}
 
 bool Names(const std::vector<int> &keyslots, int keyslot)
 {
@@ -40,44 +21,30 @@ bool Names(const std::vector<int> &keyslots, int keyslot)
 
 UserName OwnerOf(const Volume &volume, const std::vector<int> &keyslots)
 {
-    for (const Object &object : volume.Objects(kOwnerType)) {
+    for (const User &owner : volume.Users(kOwnerType)) {
         const bool shared = std::any_of(keyslots.begin(), keyslots.end(),
-                                        [&](int keyslot) { return Names(object.keyslots, keyslot); });
+                                        [&](int keyslot) { return Names(owner.keyslots, keyslot); });
         if (shared)
-            return DecodeOwner(object);
+            return owner.name;
     }
     return {};
 }
 
-// The objects of a new token, besides its keyslot.
-std::vector<std::string> MakeObjects(const Volume &volume, const Wrapped &wrapped, const UserName &owner,
-                                     int keyslot)
+volume::Room RoomFor(const Volume &volume, const Wrapped &wrapped, const User &owner)
 {
-    Enrolment enrolment = wrapped.enrolment;
-    enrolment.keyslots = {keyslot};
-    std::vector<std::string> objects{EncodeEnrolment(enrolment), EncodeOwner(owner, keyslot)};
-    if (!volume.FindUser(owner))
-        objects.push_back(volume::EncodeUser({owner, {}}));
-    return objects;
-}
-
-volume::Room RoomFor(const std::vector<std::string> &objects)
-{
+    std::vector<std::string> objects{EncodeEnrolment(wrapped.enrolment),
+                                     volume::EncodeUser(owner, kOwnerType)};
+    if (!volume.FindUser(owner.name))
+        objects.push_back(volume::EncodeUser({owner.name, {}}));
     volume::Room room{1, static_cast<int>(objects.size()), volume::kKeyslotBytes};
     for (const std::string &object : objects)
         room.bytes += object.size() + kSlack;
     return room;
 }
 
-volume::Error WriteAll(Volume &volume, const std::vector<std::string> &objects, std::vector<int> *written)
+volume::Error WriteOwner(Volume &volume, User *owner)
 {
-    for (const std::string &object : objects) {
-        int number = -1;
-        if (const volume::Error error = volume.WriteObject(object, &number); error != volume::Error::None)
-            return error;
-        written->push_back(number);
-    }
-    return volume::Error::None;
+    return volume.WriteObject(volume::EncodeUser(*owner, kOwnerType), &owner->object);
 }
 
 bool HasToken(const Volume &volume, const UserName &owner)
@@ -87,10 +54,17 @@ bool HasToken(const Volume &volume, const UserName &owner)
                        [&](const VolumeToken &token) { return token.owner == owner; });
 }
 
-volume::Error RemoveObjectsWithoutKeyslot(Volume &volume, const char *type)
+bool IsEnrolled(const Volume &volume, int keyslot)
+{
+    const std::vector<Object> objects = volume.Objects(kEnrolmentType);
+    return std::any_of(objects.begin(), objects.end(),
+                       [&](const Object &object) { return Names(object.keyslots, keyslot); });
+}
+
+volume::Error RemoveEnrolmentsWithoutKeyslot(Volume &volume)
 {
     volume::Error error = volume::Error::None;
-    for (const Object &object : volume.Objects(type)) {
+    for (const Object &object : volume.Objects(kEnrolmentType)) {
         if (object.keyslots.empty() && error == volume::Error::None)
             error = volume.RemoveObject(object.number);
     }
@@ -99,9 +73,55 @@ volume::Error RemoveObjectsWithoutKeyslot(Volume &volume, const char *type)
 
 volume::Error RemoveIdleUser(Volume &volume, const UserName &name)
 {
-    const std::optional<volume::User> user = volume.FindUser(name);
+    const std::optional<User> user = volume.FindUser(name);
     return user && user->keyslots.empty() && !HasToken(volume, name) ? volume.RemoveUser(name)
                                                                      : volume::Error::None;
+}
+
+// The keyslot has its enrolment, so that the token opens the volume.
+volume::Error Accept(Volume &volume, User owner)
+{
+    int user = -1;
+    const volume::Error error = volume.FindUser(owner.name)
+                                    ? volume::Error::None
+                                    : volume.WriteObject(volume::EncodeUser({owner.name, {}}), &user);
+    owner.keyslots = {*owner.pending};
+    owner.pending.reset();
+    return error == volume::Error::None ? WriteOwner(volume, &owner) : error;
+}
+
+// What is left of a token that does not open the volume. The owner's object goes last: while it is there,
+// this is not done.
+volume::Error Drop(Volume &volume, const User &owner)
+{
+    volume::Error error = volume::Error::None;
+    if (owner.pending && volume::IsOurs(volume, *owner.pending, owner.object))
+        error = volume.RemoveKeyslot(*owner.pending);
+    if (error == volume::Error::None)
+        error = RemoveEnrolmentsWithoutKeyslot(volume);
+    if (error == volume::Error::None)
+        error = RemoveIdleUser(volume, owner.name);
+    return error == volume::Error::None ? volume.RemoveObject(owner.object) : error;
+}
+
+volume::Error AddEnrolledKeyslot(Volume &volume, const volume::Secret &volumeKey, const Wrapped &wrapped,
+                                 int *keyslot)
+{
+    const volume::Error error =
+        volume.AddKeyslot(volumeKey, wrapped.passphrase, volume::KeyCost::ForRandomSecret(), keyslot);
+    if (error != volume::Error::None)
+        return error;
+    Enrolment enrolment = wrapped.enrolment;
+    enrolment.keyslots = {*keyslot};
+    int object = -1;
+    return volume.WriteObject(EncodeEnrolment(enrolment), &object);
+}
+
+std::vector<User> Unfinished(const Volume &volume)
+{
+    std::vector<User> owners = volume.Users(kOwnerType);
+    std::erase_if(owners, [](const User &owner) { return !owner.keyslots.empty(); });
+    return owners;
 }
 
 } // namespace
@@ -118,35 +138,31 @@ std::vector<VolumeToken> TokensOf(const Volume &volume)
     return tokens;
 }
 
+// The owner's object announces the keyslot; FinishPending makes of it what came about.
 volume::Error AddToken(Volume &volume, const volume::Secret &volumeKey, const Wrapped &wrapped,
-                       const UserName &owner, int *keyslot)
+                       const UserName &name, int *keyslot)
 {
-    constexpr int kWidest = volume::kMaxKeyslots - 1;
-    volume::Error error = volume.CheckRoom(RoomFor(MakeObjects(volume, wrapped, owner, kWidest)));
-    if (error == volume::Error::None)
-        error = volume.AddKeyslot(volumeKey, wrapped.passphrase, volume::KeyCost::ForRandomSecret(), keyslot);
-    if (error != volume::Error::None)
-        return error;
-    std::vector<int> written;
-    error = WriteAll(volume, MakeObjects(volume, wrapped, owner, *keyslot), &written);
-    if (error == volume::Error::None)
-        return error;
-    // The first fault is the one to tell.
-    for (const int object : written)
-        static_cast<void>(volume.RemoveObject(object));
-    static_cast<void>(volume.RemoveKeyslot(*keyslot));
-    return error;
+    return volume.Change([&] {
+        User owner{name, {}, volume::FirstFreeKeyslot(volume)};
+        volume::Error error = volume.CheckRoom(RoomFor(volume, wrapped, owner));
+        if (error == volume::Error::None)
+            error = WriteOwner(volume, &owner);
+        if (error != volume::Error::None)
+            return error;
+        error = AddEnrolledKeyslot(volume, volumeKey, wrapped, keyslot);
+        const volume::Error finished = FinishPending(volume);
+        return error == volume::Error::None ? finished : error;
+    });
 }
 
 volume::Error RemoveToken(Volume &volume, int keyslot)
 {
-    const UserName owner = OwnerOf(volume, {keyslot});
-    volume::Error error = volume.RemoveKeyslot(keyslot);
-    for (const char *type : {kEnrolmentType, kOwnerType}) {
+    return volume.Change([&] {
+        volume::Error error = volume.RemoveKeyslot(keyslot);
         if (error == volume::Error::None)
-            error = RemoveObjectsWithoutKeyslot(volume, type);
-    }
-    return error == volume::Error::None && !owner.user.empty() ? RemoveIdleUser(volume, owner) : error;
+            error = RemoveEnrolmentsWithoutKeyslot(volume);
+        return error == volume::Error::None ? FinishPending(volume) : error;
+    });
 }
 
 volume::Error RemoveUser(Volume &volume, const UserName &name)
@@ -161,6 +177,21 @@ volume::Error RemoveUser(Volume &volume, const UserName &name)
     }
     // The last token of a user without a password has taken the user along.
     return volume.FindUser(name) ? volume.RemoveUser(name) : volume::Error::None;
+}
+
+volume::Error FinishPending(Volume &volume)
+{
+    if (Unfinished(volume).empty())
+        return volume::Error::None;
+    return volume.Change([&] {
+        volume::Error error = volume::Error::None;
+        for (const User &owner : Unfinished(volume)) {
+            const bool enrolled = owner.pending && IsEnrolled(volume, *owner.pending);
+            if (error == volume::Error::None)
+                error = enrolled ? Accept(volume, owner) : Drop(volume, owner);
+        }
+        return error;
+    });
 }
 
 } // namespace token

@@ -19,7 +19,7 @@ struct VolumeToken
 std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
 
 // A user that the volume does not know becomes one without a password. `*keyslot` is the new one. When it
-// fails, everything is as it was.
+// fails, everything is as it was, or will be when FinishPending can write.
 [[nodiscard]] volume::Error AddToken(volume::Volume &volume, const volume::Secret &volumeKey,
                                      const Wrapped &wrapped, const volume::UserName &owner, int *keyslot);
 
@@ -29,5 +29,9 @@ std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
 // Takes a user away with all tokens and the password. The tokens go first: a loss of power between leaves a
 // user who can be removed again, not a token that still logs somebody on.
 [[nodiscard]] volume::Error RemoveUser(volume::Volume &volume, const volume::UserName &name);
+
+// Finishes or undoes what a loss of power interrupted; to be called at each start where the header is writable.
+// Writes nothing when there is nothing to do.
+[[nodiscard]] volume::Error FinishPending(volume::Volume &volume);
 
 } // namespace token

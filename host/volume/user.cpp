@@ -85,10 +85,10 @@ const char *FindNameFault(const UserName &name)
     return nullptr;
 }
 
-std::optional<User> DecodeUser(std::string_view text)
+std::optional<User> DecodeUser(std::string_view text, std::string_view type)
 {
     const json object = json::parse(text, nullptr, false);
-    if (!object.is_object() || TextMember(object, "type") != kUserObjectType)
+    if (!object.is_object() || TextMember(object, "type") != type)
         return std::nullopt;
     const std::optional<std::string> domain = TextMember(object, "domain");
     const std::optional<std::string> user = TextMember(object, "user");
@@ -103,15 +103,13 @@ std::optional<User> DecodeUser(std::string_view text)
     return decoded;
 }
 
-std::string EncodeUser(const User &user)
+std::string EncodeUser(const User &user, std::string_view type)
 {
     json keyslots = json::array();
     for (int keyslot : user.keyslots)
         keyslots.push_back(std::to_string(keyslot));
-    json object{{"type", kUserObjectType},
-                {"keyslots", keyslots},
-                {"domain", user.name.domain},
-                {"user", user.name.user}};
+    json object{
+        {"type", type}, {"keyslots", keyslots}, {"domain", user.name.domain}, {"user", user.name.user}};
     if (user.pending)
         object["pending"] = std::to_string(*user.pending);
     if (user.isNew)

@@ -38,9 +38,10 @@ struct User
 // Why a name will not do, without a full stop; null when it will.
 const char *FindNameFault(const UserName &name);
 
-// Nothing when `json` is not a user object. The header is not trusted: any text may come here.
-std::optional<User> DecodeUser(std::string_view json);
+// Nothing when `json` is not a user object. The header is not trusted: any text may come here. Objects of
+// other types may name a user and keyslots in the same way.
+std::optional<User> DecodeUser(std::string_view json, std::string_view type = kUserObjectType);
 // The name must be valid UTF-8.
-std::string EncodeUser(const User &user);
+std::string EncodeUser(const User &user, std::string_view type = kUserObjectType);
 
 } // namespace volume

@@ -69,8 +69,8 @@ public:
     // What libcryptsetup last had to say, in its own words; for technicians, may be empty.
     const std::string &LastDetail() const { return m_lastDetail; }
 
-    // In the order of their objects in the header.
-    std::vector<User> Users() const;
+    // Those of the objects of a type, in the order in which these stand in the header.
+    std::vector<User> Users(std::string_view type = kUserObjectType) const;
     std::optional<User> FindUser(const UserName &name) const;
     // Tries the keyslots of that user only. An unknown user costs one derivation, with the parameters of the
     // first user's keyslot, and is answered like a wrong password. With `volumeKey` the opened key is kept in

@@ -6,11 +6,11 @@
 
 namespace volume {
 
-std::vector<User> Volume::Users() const
+std::vector<User> Volume::Users(std::string_view type) const
 {
     std::vector<User> users;
-    for (const Object &object : Objects(kUserObjectType)) {
-        if (std::optional<User> user = DecodeUser(object.json)) {
+    for (const Object &object : Objects(type)) {
+        if (std::optional<User> user = DecodeUser(object.json, type)) {
             user->object = object.number;
             users.push_back(std::move(*user));
         }

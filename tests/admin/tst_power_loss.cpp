@@ -2,13 +2,15 @@
 #include "../host/scratch_volume.h"
 #include "run_program.h"
 #include "test_main.h"
+#include "token/volume_tokens.h"
 
 using volume::Error;
 
 namespace {
 
 const volume::UserName kAnna{"", "anna"};
-constexpr char kNewPassword[] = "silver spoon";
+const volume::UserName kCarl{"", "carl"};
+constexpr char kNewPassword[] = "silver spoon"; // and the token's PIN
 constexpr int kPowerLost = 86;
 
 Error Login(volume::Volume &volume, const volume::UserName &name, std::string_view password)
@@ -19,21 +21,35 @@ Error Login(volume::Volume &volume, const volume::UserName &name, std::string_vi
 // What authorises, and the new one.
 const QByteArray kPasswords = QByteArray(ScratchVolume::kPassword) + '\n' + kNewPassword + '\n';
 
-int RunUntil(int moment, const ScratchVolume &scratch, const QStringList &user)
+const QStringList kChangePassword{"user", "passwd", "anna", "--password-stdin"};
+const QStringList kAddUser{"user", "add", "carl", "--password-stdin"};
+const QStringList kAddToken{"token",           "add",
+                            "--user",          "carl",
+                            "--token",         "pkcs11:token=Carl",
+                            "--pkcs11-module", "/usr/lib/softhsm/libsofthsm2.so",
+                            "--password-stdin"};
+const QStringList kRemoveToken{"token", "remove", "--keyslot", "2"};
+
+int RunUntil(int moment, const ScratchVolume &scratch, const QStringList &command)
 {
     const QString path = QString::fromStdString(scratch.Path());
     const QStringList environment{"LD_PRELOAD=" POWER_LOSS, "PBA_POWER_LOSS_FILE=" + path,
-                                  "PBA_POWER_LOSS_AT=" + QString::number(moment)};
-    const QStringList command{PBA_ADMIN, "user", "--volume", path, "--password-stdin"};
-    return Run("/usr/bin/env", environment + command.first(2) + user + command.mid(2), kPasswords).exitCode;
+                                  "PBA_POWER_LOSS_AT=" + QString::number(moment), PBA_ADMIN};
+    return Run("/usr/bin/env", environment + command + QStringList{"--volume", path}, kPasswords).exitCode;
 }
 
-// Each user has one keyslot, and nothing else has any.
+// Each user has one keyslot, be it a token's, and nothing else has any.
 void CompareWhole(const volume::Volume &volume)
 {
-    for (const volume::User &user : volume.Users())
-        QVERIFY(user.keyslots.size() == 1 && !user.pending && !user.isNew);
+    const std::vector<token::VolumeToken> tokens = token::TokensOf(volume);
+    for (const volume::User &user : volume.Users()) {
+        const auto owned = std::count_if(tokens.begin(), tokens.end(), [&](const token::VolumeToken &token) {
+            return token.owner == user.name && token.enrolment.keyslots.size() == 1;
+        });
+        QVERIFY(user.keyslots.size() + owned == 1 && !user.pending && !user.isNew);
+    }
     QCOMPARE(volume.Keyslots().size(), volume.Users().size());
+    QCOMPARE(volume.Objects(token::kOwnerType).size(), tokens.size());
 }
 
 } // namespace
@@ -45,14 +61,20 @@ class PowerLossTest : public QObject
 private slots:
     void aLossAtEveryWriteAndSync()
     {
-        for (const QStringList &user : {QStringList{"passwd", "anna"}, QStringList{"add", "carl"}}) {
+        const QTemporaryDir tokens;
+        QCOMPARE(Run(SOFT_TOKEN, {tokens.path(), "Carl", kNewPassword}).exitCode, 0);
+        qputenv("SOFTHSM2_CONF", tokens.filePath("softhsm2.conf").toUtf8());
+        for (const QStringList &command : {kChangePassword, kAddUser, kAddToken, kRemoveToken}) {
+            const ScratchVolume before;
+            AllowAnyPassword(before);
+            if (command == kRemoveToken)
+                QCOMPARE(RunUntil(0, before, kAddToken), 0);
             int moment = 0;
             for (int exitCode = kPowerLost; exitCode == kPowerLost; ++moment) {
-                const ScratchVolume scratch;
-                AllowAnyPassword(scratch);
-                exitCode = RunUntil(moment + 1, scratch, user);
+                const ScratchVolume scratch(before);
+                exitCode = RunUntil(moment + 1, scratch, command);
                 QVERIFY2(exitCode == kPowerLost || exitCode == 0, qPrintable(QString::number(moment)));
-                CheckSound(scratch, user[0], exitCode == 0);
+                CheckSound(scratch, command[1], exitCode == 0);
                 if (QTest::currentTestFailed())
                     qFatal("at the write or sync number %d", moment + 1);
             }
@@ -90,15 +112,16 @@ private:
     }
     static void CheckSound(const ScratchVolume &scratch, const QString &command, bool done)
     {
-        const volume::UserName carl{"", "carl"};
         const auto opened = scratch.Open();
         QVERIFY(OpensForAnna(*opened, done && command == "passwd"));
         QCOMPARE(opened->FinishPending(), Error::None);
+        QCOMPARE(token::FinishPending(*opened), Error::None);
         QVERIFY(OpensForAnna(*opened, done && command == "passwd"));
         CompareWhole(*scratch.Open());
-        if (opened->FindUser(carl))
-            QCOMPARE(Login(*opened, carl, kNewPassword), Error::None);
-        QVERIFY(!done || command == "passwd" || opened->FindUser(carl));
+        const auto carl = opened->FindUser(kCarl);
+        if (carl && !carl->keyslots.empty())
+            QCOMPARE(Login(*opened, kCarl, kNewPassword), Error::None);
+        QVERIFY(!done || carl.has_value() == (command == "add"));
     }
     static bool OpensForAnna(volume::Volume &volume, bool changed)
     {

@@ -1,5 +1,5 @@
-// A real LUKS2 volume in a temporary directory, in memory where there is such a file system, with a derivation
-// so cheap that tests may make many.
+// A real LUKS2 volume in a temporary directory, in memory where there is such a file system, with a
+// derivation so cheap that tests may make many.
 #pragma once
 
 #include <QDir>
@@ -29,6 +29,12 @@ public:
         static const QString original = Make(directory.filePath("original.img"));
         if (!QFile::copy(original, QString::fromStdString(Path())))
             qFatal("no volume");
+    }
+
+    ScratchVolume(const ScratchVolume &other)
+    {
+        if (!QFile::copy(QString::fromStdString(other.Path()), QString::fromStdString(Path())))
+            qFatal("no copy");
     }
 
     std::string Path() const { return m_directory.filePath("volume.img").toStdString(); }
