@@ -40,11 +40,20 @@ void CheckArguments(const TokenOptions &options)
         throw Failure("--token: leave the PIN out of the URI; it is asked for", kExitUsage);
 }
 
-Token FindToken(token::Modules &modules, const std::string &uri)
+void RequireModules(const token::Modules &modules, const TokenOptions &options)
 {
+    if (modules.AreLoaded())
+        return;
+    throw Failure(options.module.empty()
+                      ? "no PKCS#11 module can be loaded; name one with --pkcs11-module"
+                      : "--pkcs11-module: " + options.module + " cannot be loaded as a PKCS#11 module");
+}
+
+Token FindToken(token::Modules &modules, const TokenOptions &options)
+{
+    const std::string &uri = options.uri;
     std::vector<Token> tokens = modules.Connected();
-    if (!modules.AreLoaded())
-        throw Failure("no PKCS#11 module can be loaded; name one with --pkcs11-module");
+    RequireModules(modules, options);
     std::erase_if(tokens, [&](const Token &token) { return !token.Matches(uri); });
     if (tokens.empty())
         throw Failure(uri + ": no connected token with a PIN is meant; pba_admin token list shows them");
@@ -147,7 +156,7 @@ void EnrollToken(const TokenOptions &options)
     CheckArguments(options);
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
     token::Modules modules(options.module);
-    const Token token = FindToken(modules, options.uri);
+    const Token token = FindToken(modules, options);
     CheckNotEnrolled(*volume, token);
 
     const PasswordSource passwords(options.passwordFromStandardInput);
@@ -163,6 +172,9 @@ void ListTokens(const TokenOptions &options)
 {
     token::Modules modules(options.module);
     const std::vector<Token> connected = modules.Connected();
+    // What the volume knows can be told without.
+    if (options.volume.empty() || !options.module.empty())
+        RequireModules(modules, options);
     if (options.volume.empty()) {
         options.json ? PrintJson(connected, [](const Token &token) { return Describe(token); })
                      : PrintConnectedTokens(connected);

@@ -133,19 +133,16 @@ kro::result_t TokenLogin::LoginByToken(std::int32_t index, const kro::string_t &
     });
 }
 
-// Tokens that tell the same of themselves are told apart by their slot, or not at all.
+// Tokens that tell the same of themselves, now or when they were shown, are told apart by their slot.
 const Token *TokenLogin::FindAgain(const Token &shown, const std::vector<Token> &connected) const
 {
-    std::vector<const Token *> found;
-    for (const Token &candidate : connected) {
-        if (candidate.IsSameAs(shown))
-            found.push_back(&candidate);
-    }
-    if (found.size() == 1)
-        return found.front();
-    const auto same = std::find_if(found.begin(), found.end(),
-                                   [&](const Token *candidate) { return candidate->Slot() == shown.Slot(); });
-    return same == found.end() ? nullptr : *same;
+    const auto isLike = [&](const Token &candidate) { return candidate.IsSameAs(shown); };
+    const bool alone = std::count_if(connected.begin(), connected.end(), isLike) == 1 &&
+                       std::count_if(m_shown.begin(), m_shown.end(), isLike) == 1;
+    const auto found = std::find_if(connected.begin(), connected.end(), [&](const Token &candidate) {
+        return isLike(candidate) && (alone || candidate.Slot() == shown.Slot());
+    });
+    return found == connected.end() ? nullptr : &*found;
 }
 
 kro::result_t TokenLogin::TryLogin(const Token &shown, std::string_view pin)
@@ -162,7 +159,7 @@ kro::result_t TokenLogin::TryLogin(const Token &shown, std::string_view pin)
     // Who ended the program meanwhile does not want the system to start.
     if (StopRequested())
         return kro::kOk;
-    if (volumeError != volume::Error::None && volumeError != volume::Error::WrongPassword)
+    if (volumeError != volume::Error::None)
         return Refuse(volumeError);
     if (error != Error::None)
         return Refuse(error);
@@ -181,8 +178,11 @@ Error TokenLogin::Open(const Token &token, std::string_view pin, volume::Error *
         return error;
     for (const token::Enrolment &enrolment : enrolments) {
         error = token::Unwrap(session, enrolment, [&](const volume::Secret &passphrase) {
-            *volumeError = m_osStart.OpenKeyslots(enrolment.keyslots, passphrase);
-            return *volumeError == volume::Error::None;
+            const volume::Error opened = m_osStart.OpenKeyslots(enrolment.keyslots, passphrase);
+            // What another key makes of it is wrong as a rule, and hides no fault of the volume.
+            if (opened != volume::Error::WrongPassword)
+                *volumeError = opened;
+            return opened == volume::Error::None;
         });
         if (error != Error::NoKey)
             break;

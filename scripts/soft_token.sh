@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# soft_token.sh DIR LABEL PIN [rsa|ec]: adds a token to the SoftHSM in DIR, which is made when it is missing, with
-# a key and its certificate. To use it: SOFTHSM2_CONF=DIR/softhsm2.conf. The PIN is a throw-away one.
+# soft_token.sh DIR LABEL PIN [rsa|strict|ec]: adds a token to the SoftHSM in DIR, which is made when it is missing,
+# with a key and its certificate; a strict one is of RSA and wants the PIN for each use. To use it:
+# SOFTHSM2_CONF=DIR/softhsm2.conf. The PIN is a throw-away one.
 set -euo pipefail
 dir=$1 label=$2 pin=$3 kind=${4:-rsa}
 export SOFTHSM2_CONF=$dir/softhsm2.conf
@@ -13,8 +14,9 @@ mkdir -p "$dir/tokens"
     'log.level = ERROR' >"$SOFTHSM2_CONF"
 softhsm2-util --init-token --free --label "$label" --pin "$pin" --so-pin "$pin" >/dev/null
 case $kind in
-rsa) options=(-newkey rsa:2048) usage=--usage-decrypt ;;
-ec) options=(-newkey ec -pkeyopt ec_paramgen_curve:P-256) usage=--usage-derive ;;
+rsa) options=(-newkey rsa:2048) usage=(--usage-decrypt) ;;
+strict) options=(-newkey rsa:2048) usage=(--usage-decrypt --always-auth) ;;
+ec) options=(-newkey ec -pkeyopt ec_paramgen_curve:P-256) usage=(--usage-derive) ;;
 esac
 openssl req -x509 "${options[@]}" -nodes -subj "/CN=token" -days 36500 -keyout "$scratch/key.pem" \
     -outform DER -out "$scratch/certificate" 2>/dev/null
@@ -23,5 +25,5 @@ write()
     pkcs11-tool --module "$module" --token-label "$label" --login --pin "$pin" --id 01 --write-object "$@" \
         >/dev/null 2>&1
 }
-write "$scratch/key.pem" --type privkey "$usage"
+write "$scratch/key.pem" --type privkey "${usage[@]}"
 write "$scratch/certificate" --type cert

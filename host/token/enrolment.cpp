@@ -115,7 +115,8 @@ Error Unwrap(Session &session, const Enrolment &enrolment, const Opens &opens)
         if (error != Error::None && error != Error::NoKey)
             return error;
     }
-    return Error::NoKey;
+    // A token that is gone has no keys, either.
+    return session.IsTokenThere() ? Error::NoKey : Error::Removed;
 }
 
 } // namespace token

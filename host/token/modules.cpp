@@ -1,6 +1,7 @@
 #include "modules.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 namespace token {
@@ -28,9 +29,13 @@ bool GetSlots(CK_FUNCTION_LIST *module, std::vector<CK_SLOT_ID> *slots)
 
 } // namespace
 
+// What is no file from here is one of the folder in which p11-kit looks.
 Modules::Modules(std::string path)
     : m_path(std::move(path))
 {
+    std::error_code none;
+    if (std::filesystem::exists(m_path, none))
+        m_path = std::filesystem::absolute(m_path, none);
 }
 
 Modules::~Modules()

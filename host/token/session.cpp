@@ -153,9 +153,10 @@ bool Session::IsSet(CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TYPE type)
 
 Error Session::Decrypt(CK_OBJECT_HANDLE key, std::string_view encrypted, Secret *plain)
 {
+    const bool wantsPinAgain = IsSet(key, CKA_ALWAYS_AUTHENTICATE);
     CK_MECHANISM mechanism{CKM_RSA_PKCS, nullptr, 0};
     CK_RV result = Module()->C_DecryptInit(m_session, &mechanism, key);
-    if (result == CKR_OK && IsSet(key, CKA_ALWAYS_AUTHENTICATE))
+    if (result == CKR_OK && wantsPinAgain)
         result = EnterPin(CKU_CONTEXT_SPECIFIC);
     if (result != CKR_OK)
         return Explain(result, Error::NoKey);

@@ -29,6 +29,7 @@ public:
     Session &operator=(const Session &) = delete;
 
     [[nodiscard]] Error Login();
+    bool IsTokenThere() const { return AskAgain().has_value(); }
 
     std::vector<CK_OBJECT_HANDLE> Find(CK_OBJECT_CLASS kind);
     // As bytes; empty when the object does not tell.

@@ -75,7 +75,7 @@ std::vector<std::string> DisplayNames(const std::vector<Token> &tokens)
         const std::string name = PlainName(token);
         const bool shared = std::count_if(tokens.begin(), tokens.end(),
                                           [&](const Token &other) { return PlainName(other) == name; }) > 1;
-        names.push_back(shared ? name + " (" + token.Serial() + ")" : name);
+        names.push_back(shared && !token.Serial().empty() ? name + " (" + token.Serial() + ")" : name);
     }
     return names;
 }

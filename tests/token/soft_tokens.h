@@ -11,14 +11,16 @@ class SoftTokens
 public:
     static constexpr char kPin[] = "7315";
 
-    // Two with RSA keys, "Anna" and "Boris", and "Curve" with one of an elliptic curve.
+    // "Anna" and "Boris" with RSA keys, of which Boris's wants the PIN for each use, and "Curve" with one of
+    // an elliptic curve.
     SoftTokens()
     {
         qputenv("SOFTHSM2_CONF", m_directory.filePath("softhsm2.conf").toUtf8());
         qputenv("TOKEN_PROXY", ControlFile().toUtf8());
-        for (const char *token : {"Anna", "Boris", "Curve"}) {
-            const QString kind = token == QByteArray("Curve") ? "ec" : "rsa";
-            if (Run(SOFT_TOKEN, {m_directory.path(), token, kPin, kind}).exitCode != 0)
+        const QStringList tokens[] = {
+            {"Anna", kPin, "rsa"}, {"Boris", kPin, "strict"}, {"Curve", kPin, "ec"}};
+        for (const QStringList &token : tokens) {
+            if (Run(SOFT_TOKEN, QStringList{m_directory.path()} + token).exitCode != 0)
                 qFatal("no token");
         }
     }

@@ -5,8 +5,9 @@
 //   hide A          the token is not there
 //   flag A N        flags of the token, a number; what it says of tries that are left counts only here
 //   label A B       it calls itself B
+//   blank A         it has no serial number
 //   pad A PIN       its PIN is typed at the reader; this is what the person types there
-//   pull-at-login A, pull-at-decrypt A    it is pulled out in the middle
+//   pull-at-login A, pull-at-find A, pull-at-decrypt A    it is pulled out in the middle
 //   dead            no slot answers
 //
 // Each login is a line of the file TOKEN_PROXY.log: the label, and whether a PIN came with it.
@@ -65,7 +66,7 @@ std::string RealLabel(CK_SLOT_ID slot)
 bool IsThere(CK_SLOT_ID slot)
 {
     const std::string label = RealLabel(slot);
-    if (!Find("pull-at-login", label) && !Find("pull-at-decrypt", label))
+    if (!Find("pull-at-login", label) && !Find("pull-at-find", label) && !Find("pull-at-decrypt", label))
         s_pulled.erase(label);
     return !label.empty() && !Find("hide", label) && s_pulled.count(label) == 0;
 }
@@ -106,6 +107,8 @@ CK_RV GetTokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
         info->flags |= std::stoul(*flags, nullptr, 0);
     if (Find("pad", label))
         info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
+    if (Find("blank", label))
+        std::memset(info->serialNumber, ' ', sizeof info->serialNumber);
     if (const std::string *other = Find("label", label)) {
         std::memset(info->label, ' ', sizeof info->label);
         std::memcpy(info->label, other->data(), std::min(other->size(), sizeof info->label));
@@ -141,6 +144,12 @@ CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK
     return s_real->C_Login(session, user, pin, length);
 }
 
+CK_RV FindObjectsInit(CK_SESSION_HANDLE session, CK_ATTRIBUTE *wanted, CK_ULONG count)
+{
+    return Leaves("pull-at-find", s_sessions[session]) ? CKR_DEVICE_REMOVED
+                                                       : s_real->C_FindObjectsInit(session, wanted, count);
+}
+
 CK_RV Decrypt(CK_SESSION_HANDLE session, unsigned char *encrypted, CK_ULONG encryptedLength,
               unsigned char *plain, CK_ULONG *length)
 {
@@ -164,6 +173,7 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
     s_proxy.C_GetTokenInfo = GetTokenInfo;
     s_proxy.C_OpenSession = OpenSession;
     s_proxy.C_Login = Login;
+    s_proxy.C_FindObjectsInit = FindObjectsInit;
     s_proxy.C_Decrypt = Decrypt;
     *list = &s_proxy;
     return CKR_OK;

@@ -18,7 +18,7 @@ private slots:
     void addListAndRemove()
     {
         const QStringList user{"--user", "J\u00fcrgen", "--domain", "OFFICE"};
-        const Outcome added = Admin("add", m_boris + user, kAuthorised);
+        const Outcome added = Admin("add", m_anna + user, kAuthorised);
         QVERIFY2(added.exitCode == 0 && added.output.isEmpty() && added.errors.isEmpty(), added.errors);
         const QJsonObject token = List()[0].toObject();
         QCOMPARE(token["user"].toString(), "J\u00fcrgen");
@@ -30,7 +30,7 @@ private slots:
         QCOMPARE(RunStandardTool(open, QByteArray(SoftTokens::kPin) + "\n").exitCode, 0);
         QVERIFY(RunStandardTool(open, "1111\n").exitCode != 0);
 
-        CompareFailure(Admin("add", m_boris + user, kAuthorised), 1, "enrolled already, for keyslot 2");
+        CompareFailure(Admin("add", m_anna + user, kAuthorised), 1, "enrolled already, for keyslot 2");
         CompareFailure(Admin("remove", {"--keyslot", "0"}), 1, "keyslot 0 is no token's");
         QCOMPARE(m_scratch.Open()->Users().size(), 3u);
         QCOMPARE(Admin("remove", {"--keyslot", "2"}).errors, QByteArray());
@@ -86,9 +86,9 @@ private slots:
     // The last one: the volume keeps one user.
     void aUserGoesWithTheToken()
     {
-        QCOMPARE(Admin("add", m_boris + QStringList{"--user", "boris", "--domain", "OFFICE"}, kAuthorised)
-                     .exitCode,
-                 0);
+        QCOMPARE(
+            Admin("add", m_anna + QStringList{"--user", "boris", "--domain", "OFFICE"}, kAuthorised).exitCode,
+            0);
         const QStringList remove{"user",     "remove", "--volume", Volume(),
                                  "--domain", "OFFICE", "boris",    "--password-stdin"};
         QCOMPARE(Run(PBA_ADMIN, remove, QByteArray(ScratchVolume::kPassword) + "\n").errors, QByteArray());
@@ -112,7 +112,7 @@ private:
 
     static inline const QByteArray kAuthorised =
         QByteArray(ScratchVolume::kPassword) + "\n" + SoftTokens::kPin + "\n";
-    const QStringList m_boris{"--token", "pkcs11:token=Boris"};
+    const QStringList m_anna{"--token", "pkcs11:token=Anna"};
     SoftTokens m_tokens;
     ScratchVolume m_scratch;
 };

@@ -111,6 +111,7 @@ private slots:
         QTest::newRow("Please enter the PIN") << QByteArray() << QByteArray() << QByteArray();
         QTest::newRow("removed or") << QByteArray("hide Anna") << QByteArray("7315") << QByteArray();
         QTest::newRow("removed or ") << QByteArray("pull-at-login Anna") << QByteArray("7315") << asked;
+        QTest::newRow("removed or   ") << QByteArray("pull-at-find Anna") << QByteArray("7315") << asked;
         QTest::newRow("removed or  ") << QByteArray("pull-at-decrypt Anna") << QByteArray("7315") << asked;
         QTest::newRow("does not answer") << QByteArray("dead") << QByteArray("7315") << QByteArray();
     }
@@ -178,6 +179,22 @@ private slots:
         QCOMPARE(host.Login(0, SoftTokens::kPin), kro::kOk);
         QVERIFY(host.view.calls.last().contains("was removed"));
         QCOMPARE(m_tokens.TakeLogins(), QByteArray());
+    }
+
+    // Nor do two that tell nothing of themselves stand in for each other.
+    void tokensThatCannotBeToldApart()
+    {
+        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris\nhide Boris");
+        Enroll("Anna");
+        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris");
+        Host host(*m_scratch);
+        QCOMPARE(host.Names(), (QStringList{"Anna", "Anna"}));
+        m_tokens.TakeLogins();
+        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris\nhide Anna");
+        for (const int index : {0, 1})
+            QCOMPARE(host.Login(index, "1111"), kro::kOk);
+        QCOMPARE(host.view.calls.filter("was removed").size(), 1);
+        QCOMPARE(m_tokens.TakeLogins(), "Boris with PIN\n");
     }
 
     void aReaderWithPinPad()
