@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <system_error>
 #include <utility>
 
 #include <sys/eventfd.h>
@@ -26,6 +27,8 @@ constexpr int kReaderPause = 100;
 constexpr DWORD kLongestWait = 3000;
 // How often a wait is cancelled until it is: a cancellation reaches only a wait that has begun.
 constexpr auto kCancelInterval = std::chrono::milliseconds(10);
+// How long a service that hangs may delay the end of the program.
+constexpr auto kPatience = std::chrono::seconds(1);
 
 constexpr char kReaderComes[] = "\\\\?PnP?\\Notification";
 
@@ -42,24 +45,59 @@ void Log(const char *line)
 
 CardWatch::CardWatch()
     : m_notice(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
-    , m_thread([this] { Run(); })
 {
 }
 
 CardWatch::~CardWatch()
 {
-    {
-        std::unique_lock lock(m_mutex);
-        m_stop = true;
-        m_wake.notify_all();
-        while (!m_wake.wait_for(lock, kCancelInterval, [this] { return m_ended; })) {
-            if (const SCARDCONTEXT context = m_context)
-                SCardCancel(context);
-        }
-    }
-    m_thread.join();
     if (m_notice >= 0)
         close(m_notice);
+}
+
+void CardWatch::Start()
+{
+    m_running = 1;
+    m_thread = std::thread([self = shared_from_this()] { self->Run(); });
+}
+
+// A cancellation may hang like what it cancels, so another thread makes it.
+void CardWatch::Stop()
+{
+    std::unique_lock lock(m_mutex);
+    m_stop = true;
+    m_wake.notify_all();
+    std::thread canceller;
+    try {
+        canceller = std::thread([self = shared_from_this()] { self->Cancel(); });
+        ++m_running;
+    } catch (const std::system_error &) {
+    }
+    const bool ended = m_wake.wait_for(lock, kPatience, [this] { return m_running == 0; });
+    lock.unlock();
+    for (std::thread *thread : {&m_thread, &canceller}) {
+        if (thread->joinable())
+            ended ? thread->join() : thread->detach();
+    }
+}
+
+void CardWatch::Cancel()
+{
+    std::unique_lock lock(m_mutex);
+    while (!m_wake.wait_for(lock, kCancelInterval, [this] { return m_running == 1; })) {
+        lock.unlock();
+        if (const SCARDCONTEXT context = m_context)
+            SCardCancel(context);
+        lock.lock();
+    }
+    lock.unlock();
+    End();
+}
+
+void CardWatch::End()
+{
+    const std::lock_guard lock(m_mutex);
+    --m_running;
+    m_wake.notify_all();
 }
 
 void CardWatch::TakeNotice()
@@ -85,9 +123,7 @@ void CardWatch::Run()
         Report({});
         Pause(kServicePause);
     }
-    const std::lock_guard lock(m_mutex);
-    m_ended = true;
-    m_wake.notify_all();
+    End();
 }
 
 void CardWatch::WatchReaders()

@@ -1,9 +1,12 @@
 // The cards in the readers of PC/SC. The service can only be waited for by a call that blocks, so a thread of
-// this object's own does; it outlives a service that starts late, dies or comes back.
+// this object's own does; it outlives a service that starts late, dies or comes back. Where the service
+// hangs, so does the thread, and with it what it works on: it is shared, and must not keep the program from
+// ending.
 #pragma once
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -14,14 +17,18 @@
 
 namespace pbe {
 
-class CardWatch
+class CardWatch : public std::enable_shared_from_this<CardWatch>
 {
 public:
     CardWatch();
-    // Ends the thread.
     ~CardWatch();
     CardWatch(const CardWatch &) = delete;
     CardWatch &operator=(const CardWatch &) = delete;
+
+    // Throws std::system_error when there is no thread to be had.
+    void Start();
+    // Ends the thread, or leaves it behind when the service does not let it go. Called once.
+    void Stop();
 
     // Readable when cards came or went since the last TakeNotice, however often; -1 when there is no such
     // file.
@@ -38,6 +45,8 @@ private:
     using Card = std::pair<std::string, DWORD>; // the reader, and its state with the count of its changes
 
     void Run();
+    void Cancel();
+    void End();
     void WatchReaders();
     bool ListReaders();
     bool WaitForChange();
@@ -55,7 +64,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_wake;
     std::atomic<bool> m_stop = false;
-    bool m_ended = false;
+    int m_running = 0; // threads
     std::thread m_thread;
 };
 

@@ -39,6 +39,12 @@ TokenNotices::TokenNotices()
     QObject::connect(&m_settle, &QTimer::timeout, &m_settle, [this] { Tell(); });
 }
 
+TokenNotices::~TokenNotices()
+{
+    if (m_cards)
+        m_cards->Stop();
+}
+
 void TokenNotices::Watch()
 {
     WatchCards();
@@ -48,12 +54,14 @@ void TokenNotices::Watch()
 
 void TokenNotices::WatchCards()
 {
+    auto cards = std::make_shared<CardWatch>();
     try {
-        m_cards.emplace();
+        cards->Start();
     } catch (const std::system_error &) {
         LogOwn(kErrors, "no notification of cards: no thread to be had");
         return;
     }
+    m_cards = std::move(cards);
     m_notifier.emplace(m_cards->NoticeFile(), QSocketNotifier::Read);
     QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier, [this] {
         m_cards->TakeNotice();

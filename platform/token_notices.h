@@ -17,6 +17,9 @@ class TokenNotices
 {
 public:
     TokenNotices();
+    ~TokenNotices();
+    TokenNotices(const TokenNotices &) = delete;
+    TokenNotices &operator=(const TokenNotices &) = delete;
 
     // Called once.
     void Watch();
@@ -27,7 +30,7 @@ private:
     void Settle();
     void Tell();
 
-    std::optional<CardWatch> m_cards;
+    std::shared_ptr<CardWatch> m_cards; // null where it cannot run
     std::optional<QSocketNotifier> m_notifier;
     UdevWatch m_usb;
     QTimer m_settle;

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QWidget>
 
+#include <unistd.h>
 #include <winscard.h>
 
 #include "pbe/events.h"
@@ -20,6 +21,7 @@ struct Service
     std::mutex mutex;
     std::condition_variable changed;
     bool running = false;
+    bool hangs = false;
     bool hasReader = true;
     bool cancelled = false;
     DWORD cardChanges = 0; // a card is in when odd
@@ -41,6 +43,15 @@ struct Service
 
 constexpr char kReaders[] = "Reader 0\0";
 
+void HangWhereItShould()
+{
+    std::unique_lock lock(s_service.mutex);
+    const bool hangs = s_service.hangs;
+    lock.unlock();
+    while (hangs)
+        pause();
+}
+
 } // namespace
 
 LONG SCardEstablishContext(DWORD, LPCVOID, LPCVOID, LPSCARDCONTEXT context)
@@ -59,6 +70,7 @@ LONG SCardReleaseContext(SCARDCONTEXT)
 
 LONG SCardListReaders(SCARDCONTEXT, LPCSTR, LPSTR readers, LPDWORD)
 {
+    HangWhereItShould();
     const std::lock_guard lock(s_service.mutex);
     if (!s_service.running)
         return SCARD_E_NO_SERVICE;
@@ -97,6 +109,7 @@ LONG SCardGetStatusChange(SCARDCONTEXT, DWORD timeout, SCARD_READERSTATE *states
 
 LONG SCardCancel(SCARDCONTEXT)
 {
+    HangWhereItShould();
     s_service.Do([] { s_service.cancelled = true; });
     return SCARD_S_SUCCESS;
 }
@@ -169,6 +182,19 @@ private Q_SLOTS:
         QTRY_COMPARE(m_notices.size(), 1);
         QTest::qWait(200);
         QCOMPARE(m_notices.size(), 1);
+    }
+
+    // The last one: such a service does not keep this program from ending.
+    void AServiceThatHangs()
+    {
+        int calls = 0;
+        s_service.Do([&] {
+            calls = s_service.calls;
+            s_service.hangs = true;
+        });
+        s_service.Do([] { ++s_service.cardChanges; });
+        QTest::qWait(100);
+        QCOMPARE(s_service.calls, calls);
     }
 
 private:
