@@ -7,12 +7,12 @@ virtual_card=$3
 . "$(dirname "$0")/steps.sh"
 password='Paper-boat 42'
 pin=83254617
-pcscd --foreground >"$work/pcscd" 2>&1 &
-service=$!
+service=
 card=
 trap 'kill $service $card $host 2>/dev/null || true; rm -rf "$work"' EXIT
 
 export SOFTHSM2_CONF=$work/tokens/softhsm2.conf TOKEN_PROXY=$work/control
+start_service() { pcscd --foreground >"$work/pcscd" 2>&1 & service=$!; }
 insert() { : >"$TOKEN_PROXY"; "$virtual_card" & card=$!; }
 remove() { echo 'hide Anna' >"$TOKEN_PROXY"; kill "$card"; wait "$card" || true; card=; }
 times() { [ "$(grep -cF -- "$2" "$log")" -eq "$1" ]; }
@@ -27,9 +27,10 @@ printf '%s\n' "$password" "$pin" | "$bin/pba_admin" token add --volume "$work/vo
     --token pkcs11:token=Anna --pkcs11-module "$proxy" --password-stdin
 echo 'hide Anna' >"$TOKEN_PROXY"
 
-# The token appears, and disappears while its PIN is half typed.
+# The token appears, with a service that starts late, and disappears while its PIN is half typed.
 start_screen --pkcs11-module "$proxy"
 wait_for "the password page" password_pages 1
+start_service
 insert
 wait_for "the token's page" token_pages 1
 type_text "${pin:0:4}"
@@ -41,6 +42,15 @@ wait_for "the token's page again" token_pages 2
 enter_pin "${pin/8/9}"
 close_message
 logged 'Login by token refused: wrong PIN' || fail "The token has not refused the PIN."
+
+# The service dies, takes the card along and comes back.
+echo 'hide Anna' >"$TOKEN_PROXY"
+kill -KILL "$service"
+wait "$service" "$card" || true
+wait_for "the password page without the service" password_pages 3
+start_service
+insert
+wait_for "the token's page with the service" token_pages 3
 enter_pin "$pin"
 expect_end 0
 ! grep -qE "${pin:0:4}|${pin/8/9}" "$log" || fail "A PIN is in the log."
