@@ -42,21 +42,17 @@ public:
         return logins;
     }
 
-    void EnrollByStandardTool(const QString &label, const QString &volume, const QByteArray &password) const
+    // The environment is the only way that the tool takes them without a terminal.
+    static void EnrollByStandardTool(const QString &label, const QString &volume, const QByteArray &password)
     {
-        QFile file(m_directory.filePath("password"));
-        if (!file.open(QFile::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
-            qFatal("no file for the password");
-        file.write(password);
-        file.close();
-        QProcess tool;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("PIN", kPin); // the only way that it takes one without a terminal
-        tool.setProcessEnvironment(environment);
-        tool.start("systemd-cryptenroll", {"--unlock-key-file=" + file.fileName(),
-                                           "--pkcs11-token-uri=pkcs11:token=" + label, volume});
-        if (!tool.waitForFinished(60000) || tool.exitCode() != 0)
-            qFatal("%s", tool.readAllStandardError().constData());
+        qputenv("PIN", kPin);
+        qputenv("PASSWORD", password);
+        const Outcome outcome =
+            Run("systemd-cryptenroll", {"--pkcs11-token-uri=pkcs11:token=" + label, volume});
+        if (outcome.exitCode != 0)
+            qFatal("%s", outcome.errors.constData());
+        qunsetenv("PIN");
+        qunsetenv("PASSWORD");
     }
 
 private:

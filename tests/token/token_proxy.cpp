@@ -79,15 +79,11 @@ bool Leaves(const char *when, CK_SLOT_ID slot)
 
 CK_RV GetSlotList(CK_BBOOL, CK_SLOT_ID *slots, CK_ULONG *count)
 {
-    if (Find("dead", ""))
-        return CKR_GENERAL_ERROR;
-    CK_ULONG real = 0;
-    CK_RV result = s_real->C_GetSlotList(CK_TRUE, nullptr, &real);
+    CK_ULONG real = 64; // more than there are
     std::vector<CK_SLOT_ID> there(real);
-    if (result == CKR_OK)
-        result = s_real->C_GetSlotList(CK_TRUE, there.data(), &real);
-    if (result != CKR_OK)
-        return result;
+    if (Find("dead", "") || s_real->C_GetSlotList(CK_TRUE, there.data(), &real) != CKR_OK)
+        return CKR_GENERAL_ERROR;
+    there.resize(real);
     std::erase_if(there, [](CK_SLOT_ID slot) { return !IsThere(slot); });
     const bool fits = !slots || there.size() <= *count;
     *count = there.size();
@@ -135,13 +131,13 @@ CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK
         << label << (pin ? " with PIN\n" : " at the reader\n");
     if (Leaves("pull-at-login", slot))
         return CKR_DEVICE_REMOVED;
-    if (const std::string *typed = Find("pad", label)) {
-        std::string typedPin = *typed;
-        return pin ? CKR_ARGUMENTS_BAD
-                   : s_real->C_Login(session, user, reinterpret_cast<unsigned char *>(typedPin.data()),
-                                     typedPin.size());
-    }
-    return s_real->C_Login(session, user, pin, length);
+    const std::string *atReader = Find("pad", label);
+    if (!atReader)
+        return s_real->C_Login(session, user, pin, length);
+    std::string typed = *atReader;
+    return pin ? CKR_ARGUMENTS_BAD
+               : s_real->C_Login(session, user, reinterpret_cast<unsigned char *>(typed.data()),
+                                 typed.size());
 }
 
 CK_RV FindObjectsInit(CK_SESSION_HANDLE session, CK_ATTRIBUTE *wanted, CK_ULONG count)

@@ -102,18 +102,19 @@ private slots:
         QTest::addColumn<QByteArray>("control");
         QTest::addColumn<QByteArray>("pin");
         QTest::addColumn<QByteArray>("logins");
-        const QByteArray asked = "Anna with PIN\n";
-        QTest::newRow("The PIN is wrong. Please") << QByteArray() << QByteArray("1111") << asked;
-        QTest::newRow("few tries") << QByteArray("flag Anna 0x10000") << QByteArray("1111") << asked;
-        QTest::newRow("one more wrong PIN") << QByteArray("flag Anna 0x30000") << QByteArray("1111") << asked;
-        QTest::newRow("locked itself")
-            << QByteArray("flag Anna 0x40000") << QByteArray("7315") << QByteArray();
-        QTest::newRow("Please enter the PIN") << QByteArray() << QByteArray() << QByteArray();
-        QTest::newRow("removed or") << QByteArray("hide Anna") << QByteArray("7315") << QByteArray();
-        QTest::newRow("removed or ") << QByteArray("pull-at-login Anna") << QByteArray("7315") << asked;
-        QTest::newRow("removed or   ") << QByteArray("pull-at-find Anna") << QByteArray("7315") << asked;
-        QTest::newRow("removed or  ") << QByteArray("pull-at-decrypt Anna") << QByteArray("7315") << asked;
-        QTest::newRow("does not answer") << QByteArray("dead") << QByteArray("7315") << QByteArray();
+        const auto row = [](const char *says, const QByteArray &control, const QByteArray &pin, bool asked) {
+            QTest::newRow(says) << control << pin << QByteArray(asked ? "Anna with PIN\n" : "");
+        };
+        row("The PIN is wrong. Please", "", "1111", true);
+        row("few tries", "flag Anna 0x10000", "1111", true);
+        row("one more wrong PIN", "flag Anna 0x30000", "1111", true);
+        row("locked itself", "flag Anna 0x40000", "7315", false);
+        row("Please enter the PIN", "", "", false);
+        row("removed or", "hide Anna", "7315", false);
+        row("removed or ", "pull-at-login Anna", "7315", true);
+        row("removed or  ", "pull-at-find Anna", "7315", true);
+        row("removed or   ", "pull-at-decrypt Anna", "7315", true);
+        row("does not answer", "dead", "7315", false);
     }
     void eachFailureHasItsMessage()
     {
@@ -166,95 +167,52 @@ private slots:
     }
 
     // Two tokens of one name: the first leaves, and the second moves up to its place.
+    void thePinGoesToTheTokenThatWasShownOrToNone_data()
+    {
+        QTest::addColumn<QByteArray>("control");
+        QTest::addColumn<bool>("alike");
+        QTest::addColumn<QByteArray>("logins");
+        const QByteArray renamed = "hide Curve\nlabel Boris Anna\n";
+        QTest::newRow("told apart by serial") << renamed << false << QByteArray();
+        QTest::newRow("without one") << renamed + "blank Anna\nblank Boris\n"
+                                     << true << QByteArray("Boris with PIN\n");
+    }
     void thePinGoesToTheTokenThatWasShownOrToNone()
     {
+        QFETCH(QByteArray, control);
+        QFETCH(bool, alike);
+        m_tokens.Do(control + "hide Boris");
         Enroll("Anna");
-        Enroll("Boris");
-        m_tokens.Do("hide Curve\nlabel Boris Anna");
-        // The enrolment names its token by what it was called then.
+        m_tokens.Do(control);
         Host host(*m_scratch);
-        QVERIFY(host.Names()[0].startsWith("Anna (") && host.Names()[0] != host.Names()[1]);
+        const QStringList names = host.Names();
+        QVERIFY(names[0].startsWith("Anna") && (names[0] == names[1]) == alike);
         m_tokens.TakeLogins();
-        m_tokens.Do("hide Curve\nlabel Boris Anna\nhide Anna");
-        QCOMPARE(host.Login(0, SoftTokens::kPin), kro::kOk);
-        QVERIFY(host.view.calls.last().contains("was removed"));
-        QCOMPARE(m_tokens.TakeLogins(), QByteArray());
-    }
-
-    // Nor do two that tell nothing of themselves stand in for each other.
-    void tokensThatCannotBeToldApart()
-    {
-        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris\nhide Boris");
-        Enroll("Anna");
-        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris");
-        Host host(*m_scratch);
-        QCOMPARE(host.Names(), (QStringList{"Anna", "Anna"}));
-        m_tokens.TakeLogins();
-        m_tokens.Do("hide Curve\nlabel Boris Anna\nblank Anna\nblank Boris\nhide Anna");
+        m_tokens.Do(control + "hide Anna");
         for (const int index : {0, 1})
             QCOMPARE(host.Login(index, "1111"), kro::kOk);
         QCOMPARE(host.view.calls.filter("was removed").size(), 1);
-        QCOMPARE(m_tokens.TakeLogins(), "Boris with PIN\n");
+        QTEST(m_tokens.TakeLogins(), "logins");
     }
 
-    void aReaderWithPinPad()
+    // One with a PIN pad, one that the standard tool enrolled and that wants the PIN for each use, and one
+    // with an elliptic curve.
+    void everyKindOfTokenLogsOn()
     {
-        m_tokens.Do("pad Anna 7315\nhide Boris\nhide Curve");
+        m_tokens.Do("pad Anna 7315");
         Enroll("Anna");
-        Host host(*m_scratch);
-        m_tokens.TakeLogins();
-        QCOMPARE(host.Names(), QStringList{"Anna (PIN at the reader)"});
-        for (const char *pin : {"", "typed nevertheless"}) {
-            QCOMPARE(host.Login(0, pin), kro::kOk);
-            QCOMPARE(host.view.calls.last(), "LoggedIn");
-            QCOMPARE(m_tokens.TakeLogins(), "Anna at the reader\n");
-        }
-    }
-
-    void anEnrolmentOfTheStandardTool()
-    {
         m_tokens.EnrollByStandardTool("Boris", QString::fromStdString(m_scratch->Path()),
                                       ScratchVolume::kPassword);
+        EnrollCurve();
         Host host(*m_scratch);
-        QCOMPARE(host.Names()[0], "Boris");
-        QCOMPARE(host.Login(0, SoftTokens::kPin), kro::kOk);
-        QCOMPARE(host.view.calls, QStringList{"LoggedIn"});
-    }
-
-    // As newer versions of the standard tool enrol: the point of a fresh key, and the secret that it shares
-    // with the token's.
-    void anEllipticCurveKey()
-    {
-        QTemporaryDir directory;
-        const auto shell = [&](const char *command) {
-            const Outcome outcome = Run("/bin/sh", {"-ec", command}, {}, directory.path());
-            if (outcome.exitCode != 0)
-                qFatal("%s: %s", command, outcome.errors.data());
-            return outcome.output;
-        };
-        const QByteArray point =
-            shell("pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so --token-label Curve --read-object "
-                  "--type cert "
-                  "--id 01 -o cert 2>&1 >/dev/null && openssl x509 -inform DER -in cert -pubkey -noout "
-                  ">token.pem && "
-                  "openssl ecparam -name prime256v1 -genkey -noout -out own.pem && "
-                  "openssl ec -in own.pem -pubout -outform DER 2>/dev/null | tail -c 65");
-        const QByteArray shared = shell("openssl pkeyutl -derive -inkey own.pem -peerkey token.pem");
-        int keyslot = -1;
-        const auto opened = m_scratch->Open();
-        volume::Secret volumeKey;
-        QCOMPARE(opened->Authorise(MakeSecret(ScratchVolume::kPassword), &volumeKey), volume::Error::None);
-        QCOMPARE(opened->AddKeyslot(volumeKey, MakeSecret(shared.toBase64().toStdString()),
-                                    volume::KeyCost::ForRandomSecret(), &keyslot),
-                 volume::Error::None);
-        int object = -1;
-        QCOMPARE(opened->WriteObject(
-                     token::EncodeEnrolment({"pkcs11:token=Curve", point.toStdString(), {keyslot}}), &object),
-                 volume::Error::None);
-        Host host(*m_scratch);
-        QCOMPARE(host.Names()[0], "Curve");
-        QCOMPARE(host.Login(0, SoftTokens::kPin), kro::kOk);
-        QCOMPARE(host.view.calls, QStringList{"LoggedIn"});
+        m_tokens.TakeLogins();
+        QCOMPARE(host.Names(), (QStringList{"Anna (PIN at the reader)", "Boris", "Curve"}));
+        for (const int index : {0, 1, 2})
+            QCOMPARE(host.Login(index, SoftTokens::kPin), kro::kOk);
+        QCOMPARE(m_tokens.TakeLogins(),
+                 "Anna at the reader\nBoris with PIN\nBoris with PIN\nCurve with PIN\n");
+        QCOMPARE(host.Login(0, ""), kro::kOk);
+        QCOMPARE(host.view.calls, QStringList(4, "LoggedIn"));
     }
 
     // A half-typed PIN or password survives whatever leaves the screen as it is.
@@ -313,6 +271,32 @@ private:
                                     QByteArray(ScratchVolume::kPassword) + "\n" + SoftTokens::kPin + "\n");
         if (outcome.exitCode != 0)
             qFatal("%s", outcome.errors.data());
+    }
+    // As newer versions of the standard tool do: the point of a fresh key, and the secret that it shares with
+    // the token's.
+    void EnrollCurve() const
+    {
+        const QTemporaryDir directory;
+        const auto shell = [&](const char *command) {
+            const Outcome outcome = Run("/bin/sh", {"-ec", command}, {}, directory.path());
+            if (outcome.exitCode != 0)
+                qFatal("%s: %s", command, outcome.errors.data());
+            return outcome.output;
+        };
+        const QByteArray point = shell(R"(
+            pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so --token-label Curve --read-object --type cert \
+                --id 01 -o cert >&2
+            openssl x509 -inform DER -in cert -pubkey -noout >token.pem
+            openssl ecparam -name prime256v1 -genkey -noout -out own.pem
+            openssl ec -in own.pem -pubout -outform DER | tail -c 65)");
+        const QByteArray shared = shell("openssl pkeyutl -derive -inkey own.pem -peerkey token.pem");
+        const auto opened = m_scratch->Open();
+        volume::Secret volumeKey;
+        QCOMPARE(opened->Authorise(MakeSecret(ScratchVolume::kPassword), &volumeKey), volume::Error::None);
+        const token::Wrapped wrapped{MakeSecret(shared.toBase64().toStdString()),
+                                     {"pkcs11:token=Curve", point.toStdString(), {}}};
+        int keyslot = -1;
+        QCOMPARE(token::AddToken(*opened, volumeKey, wrapped, {"", "anna"}, &keyslot), volume::Error::None);
     }
     // What the token's key brings back, but for a keyslot that something else opens.
     void Misdirect(const char *label) const
