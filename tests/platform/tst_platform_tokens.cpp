@@ -119,63 +119,60 @@ class TestTokens : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        m_window.show();
+        m_window.installEventFilter(this);
+    }
+    void cleanup() { m_notices.clear(); }
+
     void CardsComeAndGo()
     {
-        QWidget window;
-        window.show();
-        qApp->installEventFilter(this);
-        const auto added = [&](int times) { return Notices(times, {&window, pbe::kTokenAdded}); };
-        const auto removed = [&](int times) { return Notices(times, {&window, pbe::kTokenRemoved}); };
-
+        const auto set = [](bool Service::*what, bool on) { s_service.Do([=] { s_service.*what = on; }); };
         // The service starts late; until then it is not asked all the time.
         QTRY_VERIFY(s_service.calls >= 1);
         QTest::qWait(500);
         QVERIFY(s_service.calls < 10);
-        s_service.Do([] { s_service.running = true; });
-        s_service.Do([] { ++s_service.cardChanges; });
-        QTRY_COMPARE(m_notices, added(1));
-        s_service.Do([] { ++s_service.cardChanges; });
-        QTRY_COMPARE(m_notices, added(1) + removed(1));
+        set(&Service::running, true);
+        ChangeCard();
+        QTRY_COMPARE(m_notices, QList<int>{pbe::kTokenAdded});
+        ChangeCard();
+        QTRY_COMPARE(m_notices.mid(1), QList<int>{pbe::kTokenRemoved});
         // A reader by itself is no token; one that goes takes its card along.
-        s_service.Do([] { s_service.hasReader = false; });
-        s_service.Do([] { ++s_service.cardChanges; });
+        set(&Service::hasReader, false);
+        ChangeCard();
         QTest::qWait(200);
-        QCOMPARE(m_notices, added(1) + removed(1));
-        s_service.Do([] { s_service.hasReader = true; });
-        QTRY_COMPARE(m_notices.mid(2), added(1));
+        QCOMPARE(m_notices.size(), 2);
+        set(&Service::hasReader, true);
+        QTRY_COMPARE(m_notices.mid(2), QList<int>{pbe::kTokenAdded});
         // The service dies and takes its cards along, and comes back.
-        s_service.Do([] { s_service.running = false; });
-        QTRY_COMPARE(m_notices.mid(3), removed(1));
-        s_service.Do([] { s_service.running = true; });
-        QTRY_COMPARE(m_notices.mid(4), added(1));
+        set(&Service::running, false);
+        QTRY_COMPARE(m_notices.mid(3), QList<int>{pbe::kTokenRemoved});
+        set(&Service::running, true);
+        QTRY_COMPARE(m_notices.mid(4), QList<int>{pbe::kTokenAdded});
         // In another's place.
-        s_service.Do([] { s_service.cardChanges += 2; });
-        QTRY_COMPARE(m_notices.mid(5), added(1));
+        ChangeCard(2);
+        QTRY_COMPARE(m_notices.mid(5), QList<int>{pbe::kTokenAdded});
     }
 
     // The window never finds a second event waiting behind the one that it handles, and the last event comes
     // after the last change.
     void AStormIsToldInFewEvents()
     {
-        QWidget window;
-        window.show();
-        QTest::qWait(100);
-        m_notices.clear();
-        m_mostQueued = 0;
         QElapsedTimer storm; // longer where the computer is busy
         storm.start();
         for (int change = 0; change < 1001; ++change) {
-            s_service.Do([] { ++s_service.cardChanges; });
+            ChangeCard();
             QTest::qWait(1);
         }
         QVERIFY2(m_notices.size() <= storm.elapsed() / 40 + 1, QByteArray::number(m_notices.size()));
         QTest::qWait(200);
-        QTRY_VERIFY(!m_notices.isEmpty() && m_notices.last().second == pbe::kTokenRemoved);
+        QTRY_VERIFY(!m_notices.isEmpty() && m_notices.last() == pbe::kTokenRemoved);
         QCOMPARE(m_mostQueued, 1);
         // While the window is busy elsewhere, the notices become one.
         m_notices.clear();
         for (int change = 0; change < 50; ++change) {
-            s_service.Do([] { ++s_service.cardChanges; });
+            ChangeCard();
             QThread::msleep(1);
         }
         QThread::msleep(200); // for who watches the cards
@@ -192,29 +189,30 @@ private Q_SLOTS:
             calls = s_service.calls;
             s_service.hangs = true;
         });
-        s_service.Do([] { ++s_service.cardChanges; });
+        ChangeCard();
         QTest::qWait(100);
         QCOMPARE(s_service.calls, calls);
     }
 
 private:
-    using Notice = QPair<QObject *, int>;
-    using Notices = QList<Notice>;
-
-    bool eventFilter(QObject *receiver, QEvent *event) override
+    static void ChangeCard(DWORD times = 1)
     {
-        if (receiver->isWidgetType() &&
-            (event->type() == pbe::kTokenAdded || event->type() == pbe::kTokenRemoved)) {
-            m_notices.append({receiver, event->type()});
+        s_service.Do([=] { s_service.cardChanges += times; });
+    }
+    bool eventFilter(QObject *window, QEvent *event) override
+    {
+        if (event->type() == pbe::kTokenAdded || event->type() == pbe::kTokenRemoved) {
+            m_notices.append(event->type());
             const qsizetype handled = m_notices.size();
-            QCoreApplication::sendPostedEvents(receiver, pbe::kTokenAdded);
-            QCoreApplication::sendPostedEvents(receiver, pbe::kTokenRemoved);
+            QCoreApplication::sendPostedEvents(window, pbe::kTokenAdded);
+            QCoreApplication::sendPostedEvents(window, pbe::kTokenRemoved);
             m_mostQueued = std::max(m_mostQueued, static_cast<int>(m_notices.size() - handled + 1));
         }
         return false;
     }
 
-    Notices m_notices;
+    QWidget m_window;
+    QList<int> m_notices;
     int m_mostQueued = 0;
 };
 
