@@ -109,12 +109,14 @@ std::vector<std::string> TokenLogin::Names(const std::vector<Token> &tokens) con
 kro::result_t TokenLogin::GetTokens(kro::vector_t<pba::TokenRecord> *tokens)
 {
     return Guarded([&] {
-        m_screen = TokensOfScreen();
-        m_shown = m_screen;
-        const std::vector<std::string> names = Names(m_shown);
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            tokens->PushBack({std::string_view(names[i]), std::string_view(m_shown[i].Serial())});
-        }
+        std::vector<Token> shown = TokensOfScreen();
+        const std::vector<std::string> names = Names(shown);
+        for (std::size_t i = 0; i < names.size(); ++i)
+            tokens->PushBack({std::string_view(names[i]), std::string_view(shown[i].Serial())});
+        // Should the last one have left since the screen was chosen, it is the wrong screen: it has changed.
+        if (!shown.empty())
+            m_screen = shown;
+        m_shown = std::move(shown);
         return kro::kOk;
     });
 }

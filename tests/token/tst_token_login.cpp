@@ -239,6 +239,9 @@ private slots:
         QCOMPARE(host.Names(), QStringList());
         m_tokens.Do("");
         QVERIFY(host.ScreenMustChange() && host.IsConnected());
+        m_tokens.Do("hide Anna"); // after the screen was chosen, before its list was asked for
+        QCOMPARE(host.Names(), QStringList());
+        QVERIFY(host.ScreenMustChange() && !host.IsConnected() && !host.ScreenMustChange());
         QCOMPARE(host.view.calls, QStringList());
         QCOMPARE(m_tokens.TakeLogins().count("\n"), 1); // of the enrolment
     }
