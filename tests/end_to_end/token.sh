@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# token.sh BIN PROXY VIRTUAL_CARD: a person logs on with a token that comes and goes. The card service tells that a
+# token.sh BIN PROXY: a person logs on with a token that comes and goes. The card service tells that a
 # card came or went; what it is, is for the proxy before SoftHSM to say.
 bin=$1
 proxy=$2
-virtual_card=$3
 . "$(dirname "$0")/steps.sh"
 password='Paper-boat 42'
 pin=83254617
@@ -13,7 +12,7 @@ trap 'kill $service $card $host 2>/dev/null || true; rm -rf "$work"' EXIT
 
 export SOFTHSM2_CONF=$work/tokens/softhsm2.conf TOKEN_PROXY=$work/control
 start_service() { pcscd --foreground >"$work/pcscd" 2>&1 & service=$!; }
-insert() { : >"$TOKEN_PROXY"; "$virtual_card" & card=$!; }
+insert() { : >"$TOKEN_PROXY"; "$(dirname "$0")/../support/virtual_card.sh" & card=$!; }
 remove() { echo 'hide Anna' >"$TOKEN_PROXY"; kill "$card"; wait "$card" || true; card=; }
 times() { [ "$(grep -cF -- "$2" "$log")" -eq "$1" ]; }
 token_pages() { times "$1" $'pba::QtViewImpl::ShowLoginByTokenScreen\tEND: 0x00000000'; }

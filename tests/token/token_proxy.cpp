@@ -16,7 +16,6 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <fstream>
-#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -28,7 +27,6 @@ namespace {
 
 CK_FUNCTION_LIST *s_real = nullptr;
 CK_FUNCTION_LIST s_proxy;
-std::map<CK_SESSION_HANDLE, CK_SLOT_ID> s_sessions;
 std::set<std::string> s_pulled;
 
 std::string ControlFile()
@@ -71,10 +69,17 @@ bool IsThere(CK_SLOT_ID slot)
     return !label.empty() && !Find("hide", label) && s_pulled.count(label) == 0;
 }
 
-// Whether the token leaves just now.
-bool Leaves(const char *when, CK_SLOT_ID slot)
+std::string LabelOf(CK_SESSION_HANDLE session)
 {
-    return Find(when, RealLabel(slot)) && s_pulled.insert(RealLabel(slot)).second;
+    CK_SESSION_INFO info;
+    return s_real->C_GetSessionInfo(session, &info) == CKR_OK ? RealLabel(info.slotID) : "";
+}
+
+// Whether the token leaves just now.
+bool Leaves(const char *when, CK_SESSION_HANDLE session)
+{
+    const std::string label = LabelOf(session);
+    return Find(when, label) && s_pulled.insert(label).second;
 }
 
 CK_RV GetSlotList(CK_BBOOL, CK_SLOT_ID *slots, CK_ULONG *count)
@@ -117,19 +122,15 @@ CK_RV OpenSession(CK_SLOT_ID slot, CK_FLAGS flags, void *application, CK_NOTIFY 
 {
     if (!IsThere(slot))
         return CKR_TOKEN_NOT_PRESENT;
-    const CK_RV result = s_real->C_OpenSession(slot, flags, application, notify, session);
-    if (result == CKR_OK)
-        s_sessions[*session] = slot;
-    return result;
+    return s_real->C_OpenSession(slot, flags, application, notify, session);
 }
 
 CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK_ULONG length)
 {
-    const CK_SLOT_ID slot = s_sessions[session];
-    const std::string label = RealLabel(slot);
+    const std::string label = LabelOf(session);
     std::ofstream(ControlFile() + ".log", std::ios::app)
         << label << (pin ? " with PIN\n" : " at the reader\n");
-    if (Leaves("pull-at-login", slot))
+    if (Leaves("pull-at-login", session))
         return CKR_DEVICE_REMOVED;
     const std::string *atReader = Find("pad", label);
     if (!atReader)
@@ -142,14 +143,14 @@ CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK
 
 CK_RV FindObjectsInit(CK_SESSION_HANDLE session, CK_ATTRIBUTE *wanted, CK_ULONG count)
 {
-    return Leaves("pull-at-find", s_sessions[session]) ? CKR_DEVICE_REMOVED
-                                                       : s_real->C_FindObjectsInit(session, wanted, count);
+    return Leaves("pull-at-find", session) ? CKR_DEVICE_REMOVED
+                                           : s_real->C_FindObjectsInit(session, wanted, count);
 }
 
 CK_RV Decrypt(CK_SESSION_HANDLE session, unsigned char *encrypted, CK_ULONG encryptedLength,
               unsigned char *plain, CK_ULONG *length)
 {
-    if (Leaves("pull-at-decrypt", s_sessions[session]))
+    if (Leaves("pull-at-decrypt", session))
         return CKR_GENERAL_ERROR;
     return s_real->C_Decrypt(session, encrypted, encryptedLength, plain, length);
 }
