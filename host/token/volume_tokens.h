@@ -30,8 +30,8 @@ std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
 // user who can be removed again, not a token that still logs somebody on.
 [[nodiscard]] volume::Error RemoveUser(volume::Volume &volume, const volume::UserName &name);
 
-// Finishes or undoes what a loss of power interrupted; to be called at each start where the header is writable.
-// Writes nothing when there is nothing to do.
+// Finishes or undoes what a loss of power interrupted; to be called at each start where the header is
+// writable. Writes nothing when there is nothing to do.
 [[nodiscard]] volume::Error FinishPending(volume::Volume &volume);
 
 } // namespace token
