@@ -16,6 +16,7 @@ struct Language
     const char *name;
 };
 
+// clang-format off
 constexpr Language kLanguages[] = {
     {0x041a, "hr", "Hrvatski"},   {0x081a, "sr", "Srpski"},      {0x0c1a, "sr", "Српски"},
     {0x201a, "bs", "Босански"},   {0x0404, "zh", "繁體中文"},    {0x0804, "zh", "简体中文"},
@@ -41,6 +42,7 @@ constexpr Language kLanguages[] = {
     {0x0065, "dv", "ދިވެހި"},       {0x006d, "ba", "Башҡорт"},     {0x006e, "lb", "Lëtzebuergesch"},
     {0x006f, "kl", "Kalaallisut"}, {0x0080, "ug", "ئۇيغۇرچە"},
 };
+// clang-format on
 
 const Language *FindLanguage(std::uint16_t languageId)
 {

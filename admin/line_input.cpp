@@ -69,7 +69,8 @@ public:
         : m_file(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY))
     {
         if (m_file < 0 || tcgetattr(m_file, &m_former) != 0)
-            throw Failure("there is no terminal to ask at; give --password-stdin or --passphrase-stdin", kExitUsage);
+            throw Failure("there is no terminal to ask at; give --password-stdin or --passphrase-stdin",
+                          kExitUsage);
         termios silent = m_former;
         silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ECHOE | ECHOK | ECHONL);
         tcsetattr(m_file, TCSAFLUSH, &silent);

@@ -32,12 +32,12 @@ struct Preference
 
 // Of several identifiers the one that is meant, and names of the same keys.
 constexpr Preference kPreferences[] = {
-    {"us", "", kUnitedStates},    {"at", "", 0x00000407},     {"ba", "", 0x0000041a},
-    {"bg", "", 0x00030402},       {"br", "", 0x00010416},     {"ch", "fr", 0x0000100c},
-    {"dk", "", 0x00000406},       {"es", "", 0x0000040a},     {"fi", "", 0x0000040b},
-    {"fr", "azerty", 0x0000040c}, {"hr", "", 0x0000041a},     {"hu", "standard", 0x0000040e},
-    {"it", "", 0x00000410},       {"nl", "", 0x00000413},     {"no", "", 0x00000414},
-    {"pk", "", 0x00000420},       {"si", "", 0x00000424},     {"ua", "", 0x00000422},
+    {"us", "", kUnitedStates},    {"at", "", 0x00000407}, {"ba", "", 0x0000041a},
+    {"bg", "", 0x00030402},       {"br", "", 0x00010416}, {"ch", "fr", 0x0000100c},
+    {"dk", "", 0x00000406},       {"es", "", 0x0000040a}, {"fi", "", 0x0000040b},
+    {"fr", "azerty", 0x0000040c}, {"hr", "", 0x0000041a}, {"hu", "standard", 0x0000040e},
+    {"it", "", 0x00000410},       {"nl", "", 0x00000413}, {"no", "", 0x00000414},
+    {"pk", "", 0x00000420},       {"si", "", 0x00000424}, {"ua", "", 0x00000422},
 };
 
 std::uint16_t LanguageOf(const Layout &layout)
@@ -71,8 +71,8 @@ std::vector<const Layout *> FindLayouts(const SystemSetup &setup)
     std::vector<const Layout *> found;
     for (const XkbName &name : setup.keyboard) {
         const Layout *layout = FindLayout(name, setup.locale);
-        const std::string given = setup.source + ": " + name.layout +
-                                  (name.variant.empty() ? "" : " (" + name.variant + ")");
+        const std::string given =
+            setup.source + ": " + name.layout + (name.variant.empty() ? "" : " (" + name.variant + ")");
         if (!layout && !name.variant.empty() && (layout = FindLayout({name.layout, ""}, setup.locale)))
             Note(given + " has no identifier; " + layout->name + " is near, try it");
         else if (!layout)

@@ -25,7 +25,8 @@ SettingsFile ReadCompiled(const std::string &bytes)
     if (result == kro::kInvalidVersion)
         file.findings.push_back({true, kWholeFile, "is not of version 1; these are no compiled settings"});
     else if (kro::Failed(result))
-        file.findings.push_back({true, kWholeFile, "ends too early, at byte " + std::to_string(stream.cursor)});
+        file.findings.push_back(
+            {true, kWholeFile, "ends too early, at byte " + std::to_string(stream.cursor)});
     else
         file.record = std::move(record);
     if (file.record && stream.cursor < stream.bytes.size())

@@ -11,7 +11,8 @@ namespace admin {
 
 struct Finding
 {
-    // The view refuses settings with faults and takes its own; a warning is something that it does not look at.
+    // The view refuses settings with faults and takes its own; a warning is something that it does not look
+    // at.
     bool isFault;
     std::string place; // as in the JSON
     std::string what;

@@ -41,8 +41,14 @@ public:
     void Look(const pba::ConstantSettingsRecord &record);
 
 private:
-    void Fault(const std::string &place, const std::string &what) { m_findings.push_back({true, place, what}); }
-    void Warn(const std::string &place, const std::string &what) { m_findings.push_back({false, place, what}); }
+    void Fault(const std::string &place, const std::string &what)
+    {
+        m_findings.push_back({true, place, what});
+    }
+    void Warn(const std::string &place, const std::string &what)
+    {
+        m_findings.push_back({false, place, what});
+    }
 
     void LookAtLanguage(const pba::InputLanguage &language, const std::string &place);
     void LookAtLayout(const pba::KeyboardLayout &layout, const std::string &place);
@@ -103,8 +109,8 @@ void Finder::LookAtHotkey(const pba::Hotkey &hotkey, const std::string &place)
                          (hotkey.key >= 'A' && hotkey.key <= 'Z');
     if (isTyped && (hotkey.modifiers & ~pba::kModifierShift) == 0)
         Warn(place, FormatHotkey(hotkey) + " cannot be typed any more, in passwords neither");
-    const auto taken = std::find_if(m_taken.begin(), m_taken.end(),
-                                    [&](const Taken &one) { return one.hotkey == hotkey; });
+    const auto taken =
+        std::find_if(m_taken.begin(), m_taken.end(), [&](const Taken &one) { return one.hotkey == hotkey; });
     if (taken != m_taken.end())
         Warn(place, FormatHotkey(hotkey) + " is " + taken->place + " already");
     else

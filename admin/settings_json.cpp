@@ -194,8 +194,7 @@ pba::ConstantSettingsRecord ReadRecord(const Node &node)
         for (const Node &language : member->Elements())
             settings.inputLanguages.push_back(ReadLanguage(language));
     }
-    settings.languageSwitchHotkey =
-        HotkeyMember(node, "languageSwitchHotkey", settings.languageSwitchHotkey);
+    settings.languageSwitchHotkey = HotkeyMember(node, "languageSwitchHotkey", settings.languageSwitchHotkey);
     settings.keyboardLayoutSwitchHotkey =
         HotkeyMember(node, "keyboardLayoutSwitchHotkey", settings.keyboardLayoutSwitchHotkey);
     settings.capsLockTurnOffHotkey =

@@ -29,7 +29,8 @@ Json Language(const pba::InputLanguage &language)
     Json layouts = Json::array();
     for (const pba::KeyboardLayout &layout : language.layouts)
         layouts.push_back(Layout(layout));
-    return {{"languageId", language.languageId}, {"name", volume::ToUtf8(language.name)}, {"layouts", layouts}};
+    return {
+        {"languageId", language.languageId}, {"name", volume::ToUtf8(language.name)}, {"layouts", layouts}};
 }
 
 } // namespace

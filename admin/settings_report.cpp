@@ -41,8 +41,8 @@ void PrintLayout(const pba::KeyboardLayout &layout)
     const layouts::Layout *known = layouts::Find(layout.layoutId);
     char id[9];
     std::snprintf(id, sizeof id, "%08x", layout.layoutId);
-    std::cout << "  " << id << "  " << Readable(layout.name) << " (" << (known ? known->name : "unknown layout")
-              << ")";
+    std::cout << "  " << id << "  " << Readable(layout.name) << " ("
+              << (known ? known->name : "unknown layout") << ")";
     if (layout.selectHotkey.key != 0)
         std::cout << ", " << FormatHotkey(layout.selectHotkey);
     std::cout << '\n';

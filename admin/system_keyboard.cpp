@@ -33,7 +33,8 @@ Assignments ReadAssignments(const std::string &path)
         if (equals == std::string::npos || line.front() == '#')
             continue;
         std::string value = Trimmed(line.substr(equals + 1));
-        if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front())
+        if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
+            value.back() == value.front())
             value = value.substr(1, value.size() - 2);
         assignments[line.substr(0, equals)] = value;
     }

@@ -21,8 +21,8 @@ struct SystemSetup
     std::string source;
 };
 
-// Reads etc/hostname; the locale of etc/locale.conf or etc/default/locale; the keyboard of etc/default/keyboard,
-// else of etc/vconsole.conf. What is missing stays empty.
+// Reads etc/hostname; the locale of etc/locale.conf or etc/default/locale; the keyboard of
+// etc/default/keyboard, else of etc/vconsole.conf. What is missing stays empty.
 SystemSetup ReadSystemSetup(const std::string &root);
 
 } // namespace admin

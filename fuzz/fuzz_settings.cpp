@@ -1,5 +1,5 @@
-// Settings from any bytes: decoding never fails otherwise than by its result, and what it has read is what the
-// encoder writes.
+// Settings from any bytes: decoding never fails otherwise than by its result, and what it has read is what
+// the encoder writes.
 #include <cstdlib>
 
 #include "settings/settings_decoder.h"

@@ -54,7 +54,12 @@ struct Row
 };
 
 constexpr Row kRows[] = {
-    {10, "1234567890-="}, {24, "QWERTYUIOP[]"}, {38, "ASDFGHJKL;'`"}, {51, "\\ZXCVBNM,./"}, {65, " "}, {94, "<"},
+    {10, "1234567890-="},
+    {24, "QWERTYUIOP[]"},
+    {38, "ASDFGHJKL;'`"},
+    {51, "\\ZXCVBNM,./"},
+    {65, " "},
+    {94, "<"},
 };
 
 } // namespace

@@ -13,8 +13,9 @@
 
 namespace pbe {
 
-// How a key is read. What holds at its press holds until its release: neither a change of the layout changes a
-// key that is held, nor do its repetitions change with the modifiers, which some window systems leave out there.
+// How a key is read. What holds at its press holds until its release: neither a change of the layout changes
+// a key that is held, nor do its repetitions change with the modifiers, which some window systems leave out
+// there.
 struct HeldKey
 {
     const layouts::Keymap *keymap = nullptr;

@@ -1,8 +1,8 @@
 // Types by the layout that the screens have chosen.
 //
-// Every key event that comes from the window system carries the scan code of its key. Before a window gets it,
-// it is made anew from that: the character by the layout in force, dead keys put together. Events without a
-// scan code (from a remote viewer, from a program) have been read elsewhere and pass as they are.
+// Every key event that comes from the window system carries the scan code of its key. Before a window gets
+// it, it is made anew from that: the character by the layout in force, dead keys put together. Events without
+// a scan code (from a remote viewer, from a program) have been read elsewhere and pass as they are.
 #pragma once
 
 #include <cstdint>

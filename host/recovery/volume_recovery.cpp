@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "volume/announced_keyslot.h"
-
 namespace recovery {
 namespace {
 
@@ -30,7 +28,7 @@ Error Write(Volume &volume, const Enrolment &enrolment, int *object)
 Error UndoPending(Volume &volume, Found found)
 {
     const int pending = *found.enrolment.pending;
-    if (IsOurs(volume, pending, found.object)) {
+    if (volume.IsAnnounced(pending, found.object)) {
         if (const Error error = volume.RemoveKeyslot(pending); error != Error::None)
             return error;
     }
@@ -44,7 +42,7 @@ Error UndoPending(Volume &volume, Found found)
 std::vector<int> FormerKeyslots(const Volume &volume, const std::vector<int> &keyslots, int object)
 {
     std::vector<int> former(keyslots.begin() + !keyslots.empty(), keyslots.end());
-    std::erase_if(former, [&](int keyslot) { return !IsOurs(volume, keyslot, object); });
+    std::erase_if(former, [&](int keyslot) { return !volume.IsAnnounced(keyslot, object); });
     return former;
 }
 
@@ -110,7 +108,7 @@ private:
     Error Announce()
     {
         Enrolment announced = m_former ? m_former->enrolment : m_fresh;
-        const int next = FirstFreeKeyslot(m_volume);
+        const int next = m_volume.FindFreeKeyslot();
         if (next < 0)
             return Error::NoSpace;
         announced.pending = next;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "volume/announced_keyslot.h"
-
 namespace token {
 namespace {
 
@@ -95,7 +93,7 @@ volume::Error Accept(Volume &volume, User owner)
 volume::Error Drop(Volume &volume, const User &owner)
 {
     volume::Error error = volume::Error::None;
-    if (owner.pending && volume::IsOurs(volume, *owner.pending, owner.object))
+    if (owner.pending && volume.IsAnnounced(*owner.pending, owner.object))
         error = volume.RemoveKeyslot(*owner.pending);
     if (error == volume::Error::None)
         error = RemoveEnrolmentsWithoutKeyslot(volume);
@@ -143,7 +141,7 @@ volume::Error AddToken(Volume &volume, const volume::Secret &volumeKey, const Wr
                        const UserName &name, int *keyslot)
 {
     return volume.Change([&] {
-        User owner{name, {}, volume::FirstFreeKeyslot(volume)};
+        User owner{name, {}, volume.FindFreeKeyslot()};
         volume::Error error = volume.CheckRoom(RoomFor(volume, wrapped, owner));
         if (error == volume::Error::None)
             error = WriteOwner(volume, &owner);

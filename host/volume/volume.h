@@ -117,8 +117,13 @@ public:
     // Takes it out of the objects that name it, too. LastWayIn when no password would be left.
     [[nodiscard]] Error RemoveKeyslot(int keyslot);
     std::vector<Keyslot> Keyslots() const;
+    // The one that AddKeyslot takes next; -1 when all are taken.
+    int FindFreeKeyslot() const;
     // Whether it opens the volume for a person who knows a password: it is a user's, or in no object at all.
     bool IsWayIn(int keyslot) const;
+    // Whether it is what an object announced before adding a keyslot behind a random secret: in no other
+    // object, and of the cost that only random secrets have. Anything else is somebody else's.
+    bool IsAnnounced(int keyslot, int object) const;
 
     // All, or those of a type. The header is not trusted: any JSON may stand in them.
     std::vector<Object> Objects(std::string_view type = {}) const;
@@ -173,11 +178,10 @@ private:
     [[nodiscard]] Error FinishAll();
 
     bool OpensVolume(int keyslot) const;
-    bool IsNamed(int keyslot) const;
+    bool IsNamed(int keyslot, int besides = -1) const;
     bool IsUnfinished(const User &user) const;
     std::vector<int> UsableKeyslots(const User &user) const;
     int FirstUserKeyslot() const;
-    int FindFreeKeyslot() const;
     bool LeavesWayIn(const std::vector<int> &withoutKeyslots) const;
     [[nodiscard]] Error ProveKeyslot(int keyslot, const Secret &passphrase) const;
 

@@ -36,11 +36,20 @@ bool Volume::OpensVolume(int keyslot) const
     return info == CRYPT_SLOT_ACTIVE || info == CRYPT_SLOT_ACTIVE_LAST;
 }
 
-bool Volume::IsNamed(int keyslot) const
+// By an object other than the one of the number `besides`.
+bool Volume::IsNamed(int keyslot, int besides) const
 {
     const std::vector<Object> objects = Objects();
-    return std::any_of(objects.begin(), objects.end(),
-                       [&](const Object &object) { return Names(object, keyslot); });
+    return std::any_of(objects.begin(), objects.end(), [&](const Object &object) {
+        return object.number != besides && Names(object, keyslot);
+    });
+}
+
+bool Volume::IsAnnounced(int keyslot, int object) const
+{
+    KeyCost cost;
+    return !IsNamed(keyslot, object) && KeyCost::OfKeyslot(m_device, keyslot, &cost) &&
+           cost == KeyCost::ForRandomSecret();
 }
 
 std::vector<Keyslot> Volume::Keyslots() const

@@ -15,10 +15,10 @@
 // call to the host: ShowInitialScreen, ShowTestBootMessage, Close, ShowChangePassword, ShowLoggedIn,
 // StartEntropyCollection, ShowChallenge, StartResponceInput, and the recovery that a message leads to. The
 // view keeps the newest request only and carries it out when the host's call has returned without a failure.
-// That holds inside Init, IsAutologonSuppressed, StartLoginByPassword, Login, ConfirmLoggedIn, ChangePassword,
-// CancelChangePassword, StartOperatingSystem, LoginByToken, StartPasswordRecovery, SetEntropy,
-// GotoChangePassword, QuitRecovery and RestartRecovery. A request made anywhere else, or inside a call that
-// fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
+// That holds inside Init, IsAutologonSuppressed, StartLoginByPassword, Login, ConfirmLoggedIn,
+// ChangePassword, CancelChangePassword, StartOperatingSystem, LoginByToken, StartPasswordRecovery,
+// SetEntropy, GotoChangePassword, QuitRecovery and RestartRecovery. A request made anywhere else, or inside a
+// call that fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
 #pragma once
 
 #include <cstdint>

@@ -18,8 +18,9 @@ public:
     void TurnOffScreenRepaint();
 
     // From now on keys type by this layout: an identifier of 8 hexadecimal digits, for example "00000407" for
-    // German. One that the platform does not know leaves the layout in force and is logged. Keys that are held
-    // stay what they were when they were pressed. Before the first call keys type what the window system says.
+    // German. One that the platform does not know leaves the layout in force and is logged. Keys that are
+    // held stay what they were when they were pressed. Before the first call keys type what the window system
+    // says.
     void SetKeyboardLayout(const QString &identifier);
 
     // Whether the pointer may be seen. Carried out under X11; on a framebuffer the toolkit shows the pointer

@@ -21,9 +21,9 @@ constexpr std::uint32_t kInternational = 0x00020409;
 XkbComposeState MakeState()
 {
     static const XkbComposeTable s_table(
-        SharedContext() ? xkb_compose_table_new_from_locale(SharedContext(), kTableLocale,
-                                                            XKB_COMPOSE_COMPILE_NO_FLAGS)
-                        : nullptr);
+        SharedContext()
+            ? xkb_compose_table_new_from_locale(SharedContext(), kTableLocale, XKB_COMPOSE_COMPILE_NO_FLAGS)
+            : nullptr);
     return XkbComposeState(s_table ? xkb_compose_state_new(s_table.get(), XKB_COMPOSE_STATE_NO_FLAGS)
                                    : nullptr);
 }

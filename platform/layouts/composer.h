@@ -16,8 +16,7 @@ public:
     {
         // What earlier dead keys type alone, since this key does not go with them. It comes first.
         std::u16string before;
-        enum
-        {
+        enum {
             Plain,    // the key types what stands on it
             Waiting,  // types nothing yet
             Composed, // types `text`

@@ -14,8 +14,8 @@ namespace layouts {
 
 namespace {
 
-// The block of letters and digits, the space bar, and the keys that European, Brazilian and Japanese keyboards
-// have besides.
+// The block of letters and digits, the space bar, and the keys that European, Brazilian and Japanese
+// keyboards have besides.
 constexpr std::uint32_t kFirstKey = 10;
 constexpr std::uint32_t kLastKey = 65;
 constexpr std::uint32_t kFurtherKeys[] = {94, 97, 132};

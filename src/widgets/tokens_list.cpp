@@ -151,8 +151,8 @@ void TokensList::OnPinEntered(int index)
     if (!pin)
         return;
     emit PinEntered(index, pin->text());
-    // A wrong PIN that stayed would be part of the next one, and tokens count the tries. The list may have been
-    // built anew meanwhile.
+    // A wrong PIN that stayed would be part of the next one, and tokens count the tries. The list may have
+    // been built anew meanwhile.
     if (pin)
         EmptySecretField(pin);
 }
