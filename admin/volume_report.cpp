@@ -71,7 +71,7 @@ json DescribeKeyslots(const Volume &volume)
 }
 
 // Members of objects that others write are taken as they come.
-json DescribeObjects(const Volume &volume, const char *type, const char *member, json otherwise)
+json DescribeObjects(const Volume &volume, const char *type, const char *member, const json &otherwise)
 {
     json described = json::array();
     for (const volume::Object &object : volume.Objects(type)) {

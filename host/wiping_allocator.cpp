@@ -16,7 +16,7 @@ constexpr std::size_t kLargest = 32 * 1024 * 1024;
 
 extern "C" {
 
-void __libc_free(void *memory);
+void __libc_free(void *memory); // NOLINT(bugprone-reserved-identifier): the C library's own
 
 __attribute__((visibility("default"))) void free(void *memory) noexcept
 {

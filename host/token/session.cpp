@@ -170,7 +170,7 @@ Error Session::Decrypt(CK_OBJECT_HANDLE key, std::string_view encrypted, Secret 
     return Error::None;
 }
 
-CK_RV Session::TryDerive(CK_OBJECT_HANDLE key, std::string point, CK_OBJECT_HANDLE *shared)
+CK_RV Session::TryDerive(CK_OBJECT_HANDLE key, const std::string &point, CK_OBJECT_HANDLE *shared)
 {
     CK_ECDH1_DERIVE_PARAMS parameters{};
     parameters.kdf = CKD_NULL;

@@ -46,7 +46,7 @@ public:
 private:
     CK_FUNCTION_LIST *Module() const { return m_token.Module(); }
     CK_RV EnterPin(CK_USER_TYPE user);
-    CK_RV TryDerive(CK_OBJECT_HANDLE key, std::string point, CK_OBJECT_HANDLE *shared);
+    CK_RV TryDerive(CK_OBJECT_HANDLE key, const std::string &point, CK_OBJECT_HANDLE *shared);
     Error ReadValue(CK_OBJECT_HANDLE object, std::size_t length, volume::Secret *value);
     Error Explain(CK_RV result, Error otherwise) const;
     Error ExplainWrongPin() const;

@@ -33,8 +33,8 @@ public:
 
     basic_string_t &operator=(const basic_string_t &other)
     {
-        basic_string_t copy(other);
-        Swap(copy);
+        if (this != &other)
+            Assign(other.View());
         return *this;
     }
     basic_string_t &operator=(basic_string_t &&other) noexcept
