@@ -2,7 +2,7 @@
 #include <sys/stat.h>
 
 #include "allocation_counter.h"
-#include "log_lines.h"
+#include "fake_pbe.h"
 #include "settings/hotkey_predicates.h"
 #include "settings/input_locale_checks.h"
 #include "settings/paths.h"
@@ -45,6 +45,7 @@ const ConstantSettingsRecord kDefaultRecord{u"Host name",
                                             {{kEnglishLanguage}, {1, 0x10}, {2, 0x10}, {0, 0x14}}};
 
 const char kNoLanguages[] = "PrebootSettings: no input languages. PBA expects at least one input language.";
+const char kBroken[] = "error, message: Cannot deserialize file \"\\pba\\settings.bin\".\r\n";
 
 kro::result_t Decode(const QByteArray &bytes, ConstantSettingsRecord *record)
 {
@@ -110,44 +111,33 @@ private slots:
         }
     }
 
+    // The defaults take its place, and the log tells why.
     void UnusableFile()
     {
-        const QByteArray load = "pba::Settings::LoadConstantSettingsIfNeeded";
-        const QByteArray read = "pba::Settings::ReadConstantSettingsFromFile";
-        const QByteArray defaults = "orvane pba::Settings::LoadDefaultConstantSettings";
-        const auto error = [&](const char *code, const char *message) {
-            return ErrorLine(read, code, message);
-        };
-        const char broken[] = "Cannot deserialize file \"\\pba\\settings.bin\".";
+        const char pipe[] = "|";
         const struct
         {
             QByteArray bytes;
-            const char *code;
-            QByteArray errors;
-            QByteArray checks;
-        } rows[] = {{"", "0x8000004C", "", ""},
-                    {"|", "0x80000045",
-                     error("0x80000045", "File \"\\pba\\settings.bin\" cannot be opened for reading."), ""},
-                    {U16(2) + kValid.mid(2), "0x8000005B", error("0x8000005B", broken), ""},
-                    {kValid.first(kHead.size() + 40), "0x80000044", error("0x80000044", broken), ""},
-                    {kHead + U32(0) + kHotkeys, "0x00000000", "",
-                     ErrorLine("fde::boot::CheckInputLocales", "0x80000046", kNoLanguages) +
-                         ErrorLine(load, "0x80000046", "CheckInputLocales failed")}};
+            kro::result_t code;
+            QByteArray error;
+        } rows[] = {
+            {"", kro::kNotFound, ""},
+            {pipe, kro::kAccessDenied, "File \"\\pba\\settings.bin\" cannot be opened for reading.\r\n"},
+            {U16(2) + kValid.mid(2), kro::kInvalidVersion, kBroken},
+            {kValid.first(kHead.size() + 40), kro::kBufferTooSmall, kBroken},
+            {kHead + U32(0) + kHotkeys, kro::kOk, kNoLanguages}};
         for (const auto &row : rows) {
             fake_pbe::Reset();
-            if (row.bytes == "|")
+            if (row.bytes == pipe)
                 QCOMPARE(mkfifo(qPrintable(fake_pbe::FileName(kSettingsPath)), 0600), 0);
             else if (!row.bytes.isEmpty())
                 fake_pbe::WriteFile(kSettingsPath, row.bytes);
+            QCOMPARE(Settings().ReadConstantSettingsFromFile(kSettingsPath), row.code);
             Settings settings;
             QVERIFY(settings.GetHostName() == kDefaultRecord.hostName);
-            QCOMPARE(LogWithoutLineNumbers(),
-                     "orvane " + load + "\tBEGIN\r\norvane " + read +
-                         "\tBEGIN\r\nReadFromFileInternal(\"\\pba\\settings.bin\")\r\n" + row.errors +
-                         "orvane " + read + "\tEND: " + row.code + "\r\n" + row.checks + defaults +
-                         "\tBEGIN\r\n" + defaults + "\tEND: 0x00000000\r\norvane " + load +
-                         "\tEND: 0x00000000\r\n");
             QVERIFY(settings.GetPrebootSettings() == kDefaultRecord.prebootSettings);
+            QVERIFY(fake_pbe::LogText().contains(row.error));
+            QCOMPARE(fake_pbe::LogText().contains("error, message"), !row.error.isEmpty());
         }
     }
 
@@ -179,36 +169,40 @@ private slots:
     // One fault after the other is repaired: the hot keys come first, then the languages.
     void InputLocales()
     {
-        const auto check = [](const PrebootSettings &settings, const QByteArray &log) {
-            fake_pbe::Reset();
-            QCOMPARE(fde::boot::CheckInputLocales(settings),
-                     log.isEmpty() ? kro::kOk : kro::kInvalidArgument);
-            QCOMPARE(LogWithoutLineNumbers(), log);
-        };
-        const auto error = [](const char *message) {
-            return ErrorLine("fde::boot::CheckInputLocales", "0x80000046", message);
-        };
-        const QByteArray hotkey = ErrorLine(
-            "fde::boot::`anonymous-namespace'::CheckHotkey", "0x80000046",
-            "Hotkey 0x0010 is modifier. PBA does not support modifiers hot keys with more than one modifier. "
-            "Modifiers: 0x0003");
         const Hotkey bad{0x0003, 0x0010};
         PrebootSettings settings{{}, bad, bad, bad};
-        check(settings, hotkey + error("languageSwitchHotkey is invalid"));
-        settings.languageSwitchHotkey = {1, 0x10};
-        check(settings, hotkey + error("keyboardLayoutSwitchHotkey is invalid"));
-        settings.keyboardLayoutSwitchHotkey = {2, 0x10};
-        check(settings, hotkey + error("capsLockTurnOffHotkey is invalid"));
-        settings.capsLockTurnOffHotkey = {0, 0x14};
-        check(settings, error(kNoLanguages));
-        settings.inputLanguages = {{1049, u"Рус", {}}, {1033, u"English", {{0x409, u"UŠ", bad}}}};
-        check(settings, error("PrebootSettings: no keyboard layouts for ***(1049). PBA expects at least one "
-                              "keyboard layout per language."));
-        settings.inputLanguages[0].layouts = {{0x419, u"RU", {0xF, 0}}};
-        check(settings, hotkey + error("Layout select hot key is invalid. Language: English(1033). Layout: "
-                                       "U*(1033)."));
-        settings.inputLanguages[1].layouts[0].selectHotkey = {0xF, 0x31};
-        check(settings, QByteArray());
+        const std::pair<const char *, std::function<void()>> faults[] = {
+            {"languageSwitchHotkey is invalid",
+             [&] {
+                 settings.languageSwitchHotkey = {1, 0x10};
+             }},
+            {"keyboardLayoutSwitchHotkey is invalid",
+             [&] {
+                 settings.keyboardLayoutSwitchHotkey = {2, 0x10};
+             }},
+            {"capsLockTurnOffHotkey is invalid",
+             [&] {
+                 settings.capsLockTurnOffHotkey = {0, 0x14};
+             }},
+            {kNoLanguages,
+             [&] {
+                 settings.inputLanguages = {{1049, u"Рус", {}}, {1033, u"English", {{0x409, u"UŠ", bad}}}};
+             }},
+            {"PrebootSettings: no keyboard layouts for ***(1049).",
+             [&] {
+                 settings.inputLanguages[0].layouts = {{0x419, u"RU", {0xF, 0}}};
+             }},
+            {"Layout select hot key is invalid. Language: English(1033). Layout: U*(1033).", [&] {
+                 settings.inputLanguages[1].layouts[0].selectHotkey = {0xF, 0x31};
+             }}};
+        for (const auto &[message, repair] : faults) {
+            fake_pbe::Reset();
+            QCOMPARE(fde::boot::CheckInputLocales(settings), kro::kInvalidArgument);
+            QVERIFY2(fake_pbe::LogText().contains(QByteArray("0x80000046 error, message: ") + message),
+                     message);
+            repair();
+        }
+        QCOMPARE(fde::boot::CheckInputLocales(settings), kro::kOk);
     }
 };
 

@@ -1,10 +1,6 @@
 #include "fake_pbe.h"
 
-#include <memory>
-
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include "pbe/application.h"
 #include "pbe/counter.h"
@@ -13,76 +9,37 @@
 #include "pbe/log.h"
 #include "pbe/mouse_notifier.h"
 #include "pbe/screen.h"
+#include "test_files.h"
 
-namespace {
-
-struct State
-{
-    std::vector<fake_pbe::Message> messages;
-    std::uint32_t severity = 1000;
-    int mouseCount = 0;
-    std::uint64_t counter = 0;
-    std::uint32_t layout = 0;
-    bool capsLock = false;
-    bool repaintOn = true;
-    QList<QByteArray> calls;
-    std::unique_ptr<QTemporaryDir> root;
-};
+using fake_pbe::Now;
 
 // Made on first use: the module logs before main.
-State &Fake()
+fake_pbe::State &fake_pbe::Now()
 {
     static State state;
     return state;
 }
 
-} // namespace
-
 void fake_pbe::Reset()
 {
-    Fake() = State();
-    Fake().root = std::make_unique<QTemporaryDir>();
-    QDir(Fake().root->path()).mkpath(QStringLiteral("pba/help"));
-    PbeSetFileRoot(Fake().root->path().toUtf8());
-}
-
-const std::vector<fake_pbe::Message> &fake_pbe::Messages()
-{
-    return Fake().messages;
+    Now() = State();
+    Now().root = std::make_unique<QTemporaryDir>();
+    QDir(Now().root->path()).mkpath(QStringLiteral("pba/help"));
+    PbeSetFileRoot(Now().root->path().toUtf8());
 }
 
 QByteArray fake_pbe::LogText()
 {
     QByteArray log;
-    for (const Message &message : Messages())
+    for (const Message &message : Now().messages)
         log += message.text;
     return log;
 }
 
-void fake_pbe::SetSeverity(std::uint32_t severity)
-{
-    Fake().severity = severity;
-}
-
-void fake_pbe::SetMouseCount(int count)
-{
-    Fake().mouseCount = count;
-}
-
 void fake_pbe::SetKeyboard(std::uint32_t layout, bool capsLock)
 {
-    Fake().layout = layout;
-    Fake().capsLock = capsLock;
-}
-
-bool fake_pbe::IsRepaintOn()
-{
-    return Fake().repaintOn;
-}
-
-const QList<QByteArray> &fake_pbe::Calls()
-{
-    return Fake().calls;
+    Now().layout = layout;
+    Now().capsLock = capsLock;
 }
 
 QString fake_pbe::FileName(const char16_t *path)
@@ -94,34 +51,32 @@ QString fake_pbe::FileName(const char16_t *path)
 
 void fake_pbe::WriteFile(const char16_t *path, const QByteArray &bytes)
 {
-    QFile file(FileName(path));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
+    ::WriteFile(FileName(path), bytes);
 }
 
 void PbeLogMessage(std::uint32_t severity, std::uint32_t kind, const char *tag, const char *text)
 {
-    Fake().messages.push_back({severity, kind, tag, text});
+    Now().messages.append({severity, kind, tag, text});
 }
 
 std::uint32_t PbeGetLogSeverity()
 {
-    return Fake().severity;
+    return Now().severity;
 }
 
 std::uint64_t PbeGetPerformanceCounterValue()
 {
-    return ++Fake().counter;
+    return ++Now().counter;
 }
 
 std::uint32_t PbeGetKeyboardLayout()
 {
-    return Fake().layout;
+    return Now().layout;
 }
 
 bool PbeIsCapsLockOn()
 {
-    return Fake().capsLock;
+    return Now().capsLock;
 }
 
 const char *PbeGetKeyboardLayoutName(std::uint32_t layout)
@@ -138,12 +93,12 @@ kro::result_t PbeCanTypeText(std::uint32_t layout, const char16_t *text, std::si
 
 void PbeSetBusy(bool busy)
 {
-    Fake().calls.append(busy ? "busy on" : "busy off");
+    Now().calls.append(busy ? "busy on" : "busy off");
 }
 
 void PbeRequestStop()
 {
-    Fake().calls.append("stop");
+    Now().calls.append("stop");
 }
 
 QPbeScreen *QPbeScreen::Current()
@@ -154,27 +109,25 @@ QPbeScreen *QPbeScreen::Current()
 
 void QPbeScreen::TurnOnScreenRepaint()
 {
-    Fake().repaintOn = true;
-    Fake().calls.append("repaint on");
+    Now().calls.append("repaint on");
 }
 
 void QPbeScreen::TurnOffScreenRepaint()
 {
-    Fake().repaintOn = false;
-    Fake().calls.append("repaint off");
+    Now().calls.append("repaint off");
 }
 
 void QPbeScreen::SetKeyboardLayout(const QString &identifier)
 {
-    Fake().calls.append("keyboard layout " + identifier.toLatin1());
+    Now().calls.append("keyboard layout " + identifier.toLatin1());
 }
 
 void QPbeScreen::SetPointerVisible(bool visible)
 {
-    Fake().calls.append(visible ? "pointer shown" : "pointer hidden");
+    Now().calls.append(visible ? "pointer shown" : "pointer hidden");
 }
 
 int QPbeMouseNotifier::GetMousecount()
 {
-    return Fake().mouseCount;
+    return Now().mouseCount;
 }

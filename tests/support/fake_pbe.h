@@ -3,11 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 #include <QByteArray>
 #include <QList>
-#include <QString>
+#include <QTemporaryDir>
 
 namespace fake_pbe {
 
@@ -19,21 +19,31 @@ struct Message
     QByteArray text;
 };
 
-// Everything as at the start: empty records, every severity logged, no pointing device, a fresh file root
-// with the directories \pba and \pba\help.
+struct State
+{
+    QList<Message> messages;
+    // What was asked of screen and application, in order: "repaint on", "repaint off", "pointer shown",
+    // "pointer hidden", "keyboard layout 00000407" and the like, "busy on", "busy off", "stop".
+    QList<QByteArray> calls;
+    std::uint32_t severity = 1000;
+    int mouseCount = 0;
+    std::uint64_t counter = 0;
+    std::uint32_t layout = 0;
+    bool capsLock = false;
+    std::unique_ptr<QTemporaryDir> root;
+};
+
+State &Now();
+// Everything as at the start, and a fresh file root with the directories \pba and \pba\help.
 void Reset();
 
-const std::vector<Message> &Messages();
 // The texts of all messages, one behind the other.
 QByteArray LogText();
-void SetSeverity(std::uint32_t severity);
-
-void SetMouseCount(int count);
+inline const QList<QByteArray> &Calls()
+{
+    return Now().calls;
+}
 void SetKeyboard(std::uint32_t layout, bool capsLock);
-bool IsRepaintOn();
-// What was asked of screen and application, in order: "repaint on", "repaint off", "pointer shown",
-// "pointer hidden", "keyboard layout 00000407" and the like, "busy on", "busy off", "stop".
-const QList<QByteArray> &Calls();
 
 // The running system's name of a path of the module.
 QString FileName(const char16_t *path);

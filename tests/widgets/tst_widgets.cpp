@@ -1,5 +1,6 @@
-// Line edits, links and dialogs, the painting ones judged by what they paint.
-#include <QScreen>
+// Secret fields, texts that come from elsewhere, and the window at the sizes of real screens, also when it is
+// mirrored.
+#include <QApplication>
 #include <QSignalSpy>
 
 #include "form_window.h"
@@ -8,23 +9,7 @@
 #include "widgets/pba_message_box.h"
 #include "widgets/secret_field.h"
 
-static QImage Painted(QWidget *widget)
-{
-    return widget->grab().toImage();
-}
-
-static QImage PaintedUnderThePointer(const FormWindow &view, QWidget *widget, QPoint pointer)
-{
-    QTest::mouseMove(view.dialog.windowHandle(), pointer);
-    QCoreApplication::processEvents();
-    return Painted(widget);
-}
-
-template <typename Widget = QWidget>
-static Widget *Part(const QDialog &dialog, const char *name)
-{
-    return dialog.findChild<Widget *>(QString::fromLatin1(name));
-}
+PBA_TEST_MAIN(QApplication)
 
 class TestWidgets : public QObject
 {
@@ -47,22 +32,23 @@ private slots:
         }
     }
 
-    void hintShowsWhileTheLineIsEmpty()
+    void onlySecretsAreMasked()
     {
-        PbaLineEdit edit;
-        edit.resize(200, 28);
-        // Letters and no boxes, also where the font has no italics for them.
-        QList<QImage> images;
-        for (const QString &hint : {QString(), u"Login"_qs, u"ب"_qs, u"ت"_qs}) {
-            edit.setProperty("pba_text", hint);
-            edit.hide();
-            edit.show();
-            QVERIFY(!images.contains(Painted(&edit)));
-            images << Painted(&edit);
-            edit.setText(u"a"_qs);
-            images << Painted(&edit);
-            QCOMPARE(images.last(), images[1]);
-            edit.clear();
+        const FormWindow view;
+        for (const QLineEdit *edit : view.dialog.findChildren<QLineEdit *>()) {
+            const bool secret = edit->objectName().contains(u"password"_qs, Qt::CaseInsensitive) ||
+                                view.form.tokensList->isAncestorOf(edit);
+            QCOMPARE(edit->echoMode(), secret ? QLineEdit::Password : QLineEdit::Normal);
+        }
+    }
+
+    void namesAreNeverTakenForMarkup()
+    {
+        PbaMessageBox box;
+        LockUiDialog lock;
+        for (const QDialog *dialog : std::initializer_list<QDialog *>{&box, &lock}) {
+            for (const QString &name : {u"title"_qs, u"mainText"_qs})
+                QCOMPARE(dialog->findChild<QLabel *>(name)->textFormat(), Qt::PlainText);
         }
     }
 
@@ -72,69 +58,32 @@ private slots:
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);
         PbaElidedLabel first(u"01-PC"_qs);
         PbaElidedLabel second(u"PC-01"_qs);
-        const bool alike = Painted(&first) == Painted(&second);
+        const bool alike = first.grab().toImage() == second.grab().toImage();
         QGuiApplication::setLayoutDirection(Qt::LeftToRight);
         QVERIFY(!alike);
     }
 
-    void linkIsUnderlinedUnderThePointerUntilPressed()
+    void longNamesKeepTheMargins()
     {
-        FormWindow view;
-        PbaLinkButton *link = view.form.startPasswordRecoveryButton;
-        const QPoint on = view.PlaceOf(link).center();
-        const QPoint off(5, 300);
-        link->setFocusPolicy(Qt::NoFocus);
-        const QImage plain = PaintedUnderThePointer(view, link, off);
-        const QImage underlined = PaintedUnderThePointer(view, link, on);
-        QVERIFY(underlined != plain);
-        QTest::mouseClick(view.dialog.windowHandle(), Qt::LeftButton, {}, on);
-        QCOMPARE(Painted(link), plain);
-        QCOMPARE(PaintedUnderThePointer(view, link, off), plain);
-        QCOMPARE(PaintedUnderThePointer(view, link, on), underlined);
-        QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"darkgreen"_qs));
-
-        link->setEnabled(false);
-        const QImage disabled = PaintedUnderThePointer(view, link, off);
-        QCOMPARE(PaintedUnderThePointer(view, link, on), disabled);
-        QCOMPARE(link->palette().color(QPalette::ButtonText), QColor(u"gray"_qs));
-    }
-
-    void severityChoosesIconAndTitleColour()
-    {
-        PbaMessageBox box;
-        box.show();
-        // Each after the one before; 7 changes nothing.
-        const std::tuple<int, QSize, QString> rows[] = {{2, {24, 24}, u"red"_qs},
-                                                        {7, {24, 24}, u"red"_qs},
-                                                        {1, {25, 26}, u"darkgreen"_qs},
-                                                        {2, {24, 24}, u"red"_qs},
-                                                        {0, {}, u"darkgreen"_qs}};
-        for (const auto &[severity, size, colour] : rows) {
-            box.SetSeverityIcon(severity);
-            const auto *icon = Part<QLabel>(box, "icon");
-            QCOMPARE(icon->isHidden() ? QSize() : icon->pixmap().size(), size);
-            QCOMPARE(Part(box, "title")->palette().color(QPalette::WindowText), QColor(colour));
+        for (const auto &[size, direction] :
+             {std::pair(QSize(800, 600), Qt::RightToLeft), std::pair(QSize(1024, 768), Qt::LeftToRight)}) {
+            FormWindow view(size);
+            view.dialog.setLayoutDirection(direction);
+            const QString longName = u"A-COMPUTER-WITH-A-LONG-NAME.in-a-domain.of-its-own.example"_qs;
+            view.form.languageSelector->AddItem(longName);
+            view.form.layoutSelector->AddItem(longName);
+            view.form.labelHostNameValue->setText(longName);
+            view.form.domainLabel->setText(longName.repeated(3));
+            view.form.stackedWidget->setCurrentIndex(0);
+            QCoreApplication::processEvents();
+            QCOMPARE(view.dialog.size(), size);
+            for (const QWidget *part : view.form.frame->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+                const QRect place = view.PlaceOf(part);
+                QVERIFY2(part->isHidden() || (place.left() >= 233 && place.right() < size.width() - 162),
+                         qPrintable(part->objectName()));
+            }
+            QVERIFY(view.PlaceOf(view.form.helpButton).bottom() < size.height());
         }
-    }
-
-    void dialogsStandFramelessInTheMiddleOfTheScreen()
-    {
-        FormWindow view;
-        view.dialog.move(150, 170);
-        PbaMessageBox alone;
-        PbaMessageBox box(&view.dialog);
-        LockUiDialog lock(&view.dialog);
-        for (QDialog *dialog : std::initializer_list<QDialog *>{&alone, &box, &lock}) {
-            dialog->show();
-            const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
-            QVERIFY((dialog->geometry().center() - middle).manhattanLength() <= 2);
-            QCOMPARE(dialog->size(), QSize(551, 370));
-            QCOMPARE(dialog->windowFlags(),
-                     Qt::Window | Qt::FramelessWindowHint | Qt::MSWindowsFixedSizeDialogHint);
-        }
-        QVERIFY(lock.findChildren<QAbstractButton *>().isEmpty());
-        // Names that come from elsewhere are never taken for markup.
-        QCOMPARE(Part<QLabel>(lock, "mainText")->textFormat(), Qt::PlainText);
     }
 };
 
