@@ -44,17 +44,9 @@ private slots:
         } rows[] = {
             {700, "orvane f\tBEGIN\r\norvane f\tEND: 0x8000004C",
              [] { TraceScope("f").SetResult(kro::kNotFound); }},
-            {700, "orvane pba::A::B\tBEGIN\r\norvane pba::A::B\tEND: 0x00000000",
-             [] { TraceScope scope("pba::A::B"); }},
             {700, "Read(\"\\pba\\*.txt\")", [] { TraceCall("Read", u"\\pba\\é.txt"_qs); }},
             {300, "orvane a::`b'::c(48) returned 0x80000046 error, message: because",
              [] { TraceError("a::`b'::c", 48, kro::kInvalidArgument) << "because"; }},
-            {300, "", [] { TraceEmptyLine(); }},
-            {900, "0 -2147483648 4294967295 18446744073709551615",
-             [] {
-                 TraceMessage(kTraceDetail)
-                     << 0 << " " << INT32_MIN << " " << UINT32_MAX << " " << UINT64_MAX;
-             }},
             {700, "0x00000000 0x0010 01",
              [] {
                  TraceMessage(kTraceInfo) << TraceHex{0} << " " << TraceHex16{0x10} << " " << false << true;
@@ -88,8 +80,7 @@ private slots:
             fake_pbe::Now().severity = quint32(row[1]);
             TraceMessage(quint32(row[0])) << "x";
             const auto &messages = fake_pbe::Now().messages;
-            QCOMPARE((QList<qint64>{row[0], row[1], messages.isEmpty() ? -1 : qint64(messages.front().kind)}),
-                     row);
+            QCOMPARE(messages.isEmpty() ? -1 : qint64(messages.front().kind), row[2]);
         }
     }
 

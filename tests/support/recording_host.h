@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QString>
 
 #include "pba/view.h"
 
@@ -71,7 +72,10 @@ public:
     Code StartOperatingSystem() override { return Note(__func__); }
 
     Code IsAutologonSuppressed(bool *out) override { return Tell(__func__, out, autologonSuppressed); }
-    Code Login(const Wide &loginDomain, const Wide &loginUserName, const Wide &password) override;
+    Code Login(const Wide &loginDomain, const Wide &loginUserName, const Wide &password) override
+    {
+        return Note(__func__, Utf8(loginDomain) + ',' + Utf8(loginUserName) + ',' + Utf8(password));
+    }
     Code ConfirmLoggedIn() override { return Note(__func__); }
     Code GetPasswordChangeInfo(bool *allowed, Wide *title, Wide *message) override
     {
@@ -85,24 +89,62 @@ public:
         *outUserName = userName;
         return Note(__func__);
     }
-    Code ChangePassword(const Wide &newPassword) override;
+    Code ChangePassword(const Wide &newPassword) override { return Note(__func__, Utf8(newPassword)); }
     Code CancelChangePassword() override { return Note(__func__); }
 
     Code Reserved() override { return Note(__func__); }
-    Code GetTokens(kro::vector_t<pba::TokenRecord> *list) override;
-    Code LoginByToken(std::int32_t index, const kro::string_t &pin) override;
+    Code GetTokens(kro::vector_t<pba::TokenRecord> *list) override
+    {
+        for (const QByteArray &name : tokens)
+            list->PushBack({name.constData(), "id"});
+        return Note(__func__);
+    }
+    Code LoginByToken(std::int32_t index, const kro::string_t &pin) override
+    {
+        return Note(__func__, QByteArray::number(index) + ',' + pin.Data());
+    }
 
     using Lines = kro::vector_t<kro::string_t>;
-    Code SetEntropy(const kro::vector_t<std::uint8_t> &bytes) override;
-    Code CheckResponseLine(const kro::string_t &line) override;
-    Code CheckResponse(const Lines &lines, bool *complete, bool *valid) override;
+    Code SetEntropy(const kro::vector_t<std::uint8_t> &bytes) override
+    {
+        entropy = QByteArray(reinterpret_cast<const char *>(bytes.Data()), qsizetype(bytes.Size()));
+        return Note(__func__);
+    }
+    Code CheckResponseLine(const kro::string_t &line) override { return Note(__func__, line.Data()); }
+    Code CheckResponse(const Lines &lines, bool *complete, bool *valid) override
+    {
+        *complete = responseComplete;
+        *valid = responseValid;
+        return Note(__func__, QByteArray::number(qulonglong(lines.Size())));
+    }
     Code GotoChangePassword() override { return Note(__func__); }
     bool IsRecoveryInProgress() override { return recoveryInProgress; }
     Code QuitRecovery() override { return Note(__func__); }
     Code RestartRecovery() override { return Note(__func__); }
 
 private:
-    Code Note(const QByteArray &member, const QByteArray &arguments = {});
+    static QByteArray Utf8(const Wide &text)
+    {
+        return QString::fromUtf16(text.Data(), qsizetype(text.Length())).toUtf8();
+    }
+
+    Code Call(const QByteArray &member)
+    {
+        if (const auto action = actions.find(member); action != actions.end())
+            std::function<void()>(action->second)();
+        const auto result = results.find(member);
+        return result == results.end() ? kro::kOk : result->second;
+    }
+    Code Note(const QByteArray &member)
+    {
+        calls.append(member);
+        return Call(member);
+    }
+    Code Note(const QByteArray &member, const QByteArray &arguments)
+    {
+        calls.append(member + '(' + arguments + ')');
+        return Call(member);
+    }
 
     Code Tell(const char *member, bool *out, bool value)
     {

