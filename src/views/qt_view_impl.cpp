@@ -12,7 +12,7 @@
 #include "settings/arguments_file.h"
 #include "settings/paths.h"
 #include "settings/pba_file.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/screen_traits.h"
 #include "widgets/secret_field.h"
 

@@ -1,7 +1,7 @@
 // The test boot, the keyboard test, and the start of the operating system.
 #include "views/qt_view_impl.h"
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/screen_traits.h"
 
 namespace pba {

@@ -4,7 +4,7 @@
 
 #include <QKeyEvent>
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 
 namespace pba {
 

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 
 #include "pbe/screen.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/right_to_left.h"
 
 namespace pba {

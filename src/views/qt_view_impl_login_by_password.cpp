@@ -6,7 +6,7 @@
 
 #include "settings/paths.h"
 #include "settings/pba_file.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/host_string.h"
 #include "views/report_lines.h"
 #include "views/screen_traits.h"

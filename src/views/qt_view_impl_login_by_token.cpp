@@ -4,7 +4,7 @@
 #include <QApplication>
 
 #include "pbe/screen.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/host_string.h"
 #include "views/report_lines.h"
 #include "views/screen_traits.h"

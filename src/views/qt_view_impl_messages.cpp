@@ -6,7 +6,7 @@
 
 #include "pbe/log.h"
 #include "trace/result_text.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/host_string.h"
 #include "views/screen_traits.h"
 #include "widgets/lock_ui_dialog.h"

@@ -1,7 +1,7 @@
 // What follows a login, and the page on which a new password is set.
 #include "views/qt_view_impl.h"
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/host_string.h"
 #include "views/report_lines.h"
 #include "views/screen_traits.h"

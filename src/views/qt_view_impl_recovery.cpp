@@ -1,7 +1,7 @@
 // The way through the password reset: how it starts, how it is left or begun anew, what follows a response.
 #include "views/qt_view_impl.h"
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "widgets/pba_message_box.h"
 
 namespace pba {

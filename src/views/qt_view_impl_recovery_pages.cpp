@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/challenge_text.h"
 #include "views/host_string.h"
 #include "views/screen_traits.h"

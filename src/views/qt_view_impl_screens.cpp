@@ -4,7 +4,7 @@
 #include <new>
 #include <utility>
 
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 #include "views/screen_traits.h"
 #include "widgets/secret_field.h"
 

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "settings/paths.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 
 namespace pba {
 

@@ -1,6 +1,6 @@
 #include "widgets/lock_ui_dialog.h"
 
-#include "ui_lock_ui_dialog.h"
+#include "forms/ui_lock_ui_dialog.h"
 #include "widgets/dialog_frame.h"
 
 LockUiDialog::LockUiDialog(QWidget *parent)

@@ -2,7 +2,7 @@
 
 #include "forms/style.h"
 #include "trace/version.h"
-#include "ui_pba_message_box.h"
+#include "forms/ui_pba_message_box.h"
 #include "widgets/dialog_frame.h"
 
 namespace {

@@ -20,8 +20,8 @@ declare -A may=(
     [src/forms]='forms/|Q'
     [src/forms/pba_main_window.ui]='widgets/'
     # The response input asks the recovery's logic.
-    [src/widgets]='(widgets|forms|settings|trace|kro|pbe)/|Q|ui_(pba_message_box|lock_ui_dialog).h|pba/password_recovery.h'
-    [src/views]='(views|widgets|forms|settings|trace|kro|pba|pbe)/|Q|ui_pba_main_window.h'
+    [src/widgets]='(widgets|settings|trace|kro|pbe)/|Q|forms/(style|ui_pba_message_box|ui_lock_ui_dialog).h|pba/password_recovery.h'
+    [src/views]='(views|widgets|settings|trace|kro|pba|pbe)/|Q|forms/(style|ui_pba_main_window).h'
     [platform]='\./|(layouts|kro|pbe)/|Q'
     # Shared with the administrator's tool, which is free of the toolkit.
     [platform/layouts]='layouts/'
@@ -32,7 +32,7 @@ declare -A may=(
     [host/token]='\./|volume/'
     [admin]='\./|(recovery|token|volume|layouts)/|kro/|settings/(settings_record|settings_decoder|hotkey_predicates).h'
 )
-ours='^(\./|\.\./|kro/|pba/|pbe/|layouts/|trace/|settings/|widgets/|forms/|views/|volume/|recovery/|token/|ui_|[Qq][A-Za-z])'
+ours='^(\./|\.\./|kro/|pba/|pbe/|layouts/|trace/|settings/|widgets/|forms/|views/|volume/|recovery/|token/|[Qq][A-Za-z])'
 
 lines=$(grep -rE '^\s*#\s*include|<header>' --include='*.h' --include='*.cpp' --include='*.ui' \
     include src platform host admin | sed -nE 's/^([^:]+):\s*(#\s*include\s*|<header>)(["<]?)([^">]+).*/\1 \3\4/p')

@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "forms/style.h"
-#include "ui_pba_main_window.h"
+#include "forms/ui_pba_main_window.h"
 
 struct FormWindow
 {
