@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -42,17 +41,6 @@ int TimesHidden()
     for (int again = 0; again < times; ++again)
         xcb_xfixes_hide_cursor(connection, root);
     return times;
-}
-
-// Which cursor the server shows, seen by another program.
-quint32 CursorSerial()
-{
-    xcb_connection_t *other = xcb_connect(nullptr, nullptr);
-    Own(xcb_xfixes_query_version_reply(other, xcb_xfixes_query_version(other, 4, 0), nullptr));
-    const auto cookie = xcb_xfixes_get_cursor_image(other);
-    const auto reply = Own(xcb_xfixes_get_cursor_image_reply(other, cookie, nullptr));
-    xcb_disconnect(other);
-    return reply ? reply->cursor_serial : 0;
 }
 
 void EnableMouse(bool enabled)
@@ -118,27 +106,15 @@ private Q_SLOTS:
         QCOMPARE(QApplication::exec(), 7);
     }
 
-    void WaitCursorShowsAtOnceAndNests()
+    void WaitCursorNests()
     {
-        PbeSetBusy(true);
+        PbeSetBusy(true); // of an application that is not there yet
         QApplication application(s_argumentCount, s_arguments);
-        QLineEdit edit;
-        edit.setGeometry(0, 0, 300, 200);
-        edit.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&edit));
-        const quint32 rootCursor = CursorSerial();
-        QCursor::setPos(edit.mapToGlobal(QPoint(100, 100)));
-        // The window has a cursor before the line edit has its own.
-        QTRY_VERIFY(edit.underMouse());
-        QTRY_VERIFY(CursorSerial() != rootCursor);
-        const quint32 editCursor = CursorSerial();
-        PbeSetBusy(true);
-        QVERIFY(CursorSerial() != editCursor);
-        PbeSetBusy(true);
+        for (const bool busy : {true, true, false}) {
+            PbeSetBusy(busy);
+            QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        }
         PbeSetBusy(false);
-        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        PbeSetBusy(false);
-        QTRY_COMPARE(CursorSerial(), editCursor);
         PbeSetBusy(false);
         QVERIFY(!QApplication::overrideCursor());
     }
