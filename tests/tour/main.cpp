@@ -15,17 +15,16 @@ constexpr std::uint32_t kDebugging = 800;
 
 void ShowFirstStart(Stage &stage)
 {
-    const auto logIn = [&] { stage.Click("loginButton"); };
     const auto request = [&] {
         stage.TakePicture("starting");
         stage.host.view->ShowInitialScreen();
     };
     stage.Play(request, [&] {
         stage.TakePicture("login-first-start");
-        stage.TakeMessagePicture("login-without-name", logIn);
+        stage.TakeMessagePicture("login-without-name", "loginButton");
         stage.Fill("loginDomain", "OFFICE");
         stage.Fill("loginUserName", "boris");
-        stage.TakeMessagePicture("login-without-password", logIn);
+        stage.TakeMessagePicture("login-without-password", "loginButton");
         stage.Fill("loginPassword", "paper-boat 42");
         stage.TakePicture("login-filled");
         stage.TakeListPicture("keyboard-languages", "languageSelector");
@@ -36,28 +35,25 @@ void ShowFirstStart(Stage &stage)
 void ShowLoginMessages(Stage &stage)
 {
     RecordingHost &host = stage.host;
-    const auto logIn = [&] { stage.Click("loginButton"); };
     const host::Texts texts(stage.translator);
     const host::MessageText &wrong = host::kWrongPassword;
-    stage.Play([&] { host.view->ShowInitialScreen(); },
-               [&] {
-                   stage.TakePicture("login-remembered");
-                   stage.Fill("loginPassword", "paper boat");
-                   host.actions["Login"] = [&] { texts.Show(host.passwordView, wrong); };
-                   stage.TakeMessagePicture("wrong-password", logIn);
-                   host.actions["Login"] = [&] {
-                       host.passwordView->ShowMessage(texts.Get(wrong.title), texts.Get(wrong.text),
-                                                      wrong.severity, pba::kMessageOffersRecovery);
-                   };
-                   stage.TakeMessagePicture("wrong-password-with-reset", logIn);
-                   host.actions.erase("Login");
-                   host.results["Login"] = kro::kUnspecifiedError;
-                   stage.TakeMessagePicture("internal-error", logIn);
-                   host.results.clear();
-                   stage.TakeMessagePicture("password-reset",
-                                            [&] { stage.Click("startPasswordRecoveryButton"); });
-                   stage.TakeMessagePicture("help", [&] { stage.Click("helpButton"); });
-               });
+    stage.Play([&] {
+        stage.TakePicture("login-remembered");
+        stage.Fill("loginPassword", "paper boat");
+        host.actions["Login"] = [&] { texts.Show(host.passwordView, wrong); };
+        stage.TakeMessagePicture("wrong-password", "loginButton");
+        host.actions["Login"] = [&] {
+            host.passwordView->ShowMessage(texts.Get(wrong.title), texts.Get(wrong.text), wrong.severity,
+                                           pba::kMessageOffersRecovery);
+        };
+        stage.TakeMessagePicture("wrong-password-with-reset", "loginButton");
+        host.actions.erase("Login");
+        host.results["Login"] = kro::kUnspecifiedError;
+        stage.TakeMessagePicture("internal-error", "loginButton");
+        host.results.clear();
+        stage.TakeMessagePicture("password-reset", "startPasswordRecoveryButton");
+        stage.TakeMessagePicture("help", "helpButton");
+    });
 }
 
 void ShowPasswordChange(Stage &stage)
@@ -66,16 +62,14 @@ void ShowPasswordChange(Stage &stage)
     host.domain = u"OFFICE";
     host.userName = u"boris";
     host.changeAllowed = true;
-    host.actions["Login"] = [&] { host.passwordView->ShowLoggedIn(); };
-    stage.Play([&] { host.view->ShowInitialScreen(); },
-               [&] {
-                   stage.Fill("loginPassword", "paper-boat 42");
-                   stage.Click("changePasswordButton");
-                   stage.TakePicture("password-change");
-                   stage.Fill("newPassword", "paper-ship 43");
-                   stage.TakeMessagePicture("new-password-not-confirmed",
-                                            [&] { stage.Click("saveNewPasswordButton"); });
-               });
+    host.AcceptLogins();
+    stage.Play([&] {
+        stage.Fill("loginPassword", "paper-boat 42");
+        stage.Click("changePasswordButton");
+        stage.TakePicture("password-change");
+        stage.Fill("newPassword", "paper-ship 43");
+        stage.TakeMessagePicture("new-password-not-confirmed", "saveNewPasswordButton");
+    });
 }
 
 void ShowTests(Stage &stage)
@@ -86,23 +80,8 @@ void ShowTests(Stage &stage)
     stage.Play(request, [&] {
         stage.Fill("testLineEdit", "The quick brown fox");
         stage.TakePicture("keyboard-test");
-        stage.TakeMessagePicture("no-help", [&] { stage.Click("helpButton"); });
+        stage.TakeMessagePicture("no-help", "helpButton");
     });
-}
-
-void ShowTokens(Stage &stage)
-{
-    RecordingHost &host = stage.host;
-    stage.options = pba::kOptionLoginByToken | pba::kOptionLoginByPassword;
-    host.tokensConnected = true;
-    const auto request = [&] { host.view->ShowInitialScreen(); };
-    host.tokens = {"Blue card"};
-    stage.Play(request, [&] { stage.TakePicture("one-token"); });
-    host.tokens = {"Blue card", "A security key with a name of many words (2f6a 01c4)"};
-    stage.Play(request, [&] { stage.TakePicture("two-tokens"); });
-    host.tokens.append(QList<QByteArray>(6, "Security-key-without-a-blank-in-its-very-long-name"));
-    stage.Play(request, [&] { stage.TakePicture("eight-tokens"); });
-    host.tokensConnected = false;
 }
 
 void ShowRecovery(Stage &stage)
@@ -119,36 +98,47 @@ void ShowRecovery(Stage &stage)
         host.recoveryView->ShowChallenge(challenge);
     };
     host.responseValid = true;
-    const auto quit = [&] { stage.Click("quitRecoveryButton"); };
-    stage.Play([&] { host.view->ShowInitialScreen(); },
-               [&] {
-                   stage.TakeMessagePicture("reset-begins", "button3",
-                                            [&] { stage.Click("temporaryPasswordRecoveryButton2"); });
-                   stage.Type("Random keys, many of");
-                   stage.TakePicture("entropy");
-                   stage.TakeMessagePicture("reset-quit", "button2", quit);
-                   stage.Type("them, until there are enough");
-                   stage.TakePicture("challenge");
-                   // Keys count as random until there is a pause.
-                   QThread::msleep(600);
-                   stage.Click("continueToResponceButton");
-                   stage.Type("vdfptrjfze3f35pam");
-                   host.results["CheckResponseLine"] = kro::kFalse;
-                   stage.Type("2r385js0wggkc16n9");
-                   stage.TakePicture("response-line-rejected");
-                   host.results.clear();
-                   host.responseComplete = true;
-                   stage.Press(Qt::Key_Backspace);
-                   stage.Type("8");
-                   stage.TakePicture("response-accepted");
-               });
+    stage.Play([&] {
+        stage.TakeMessagePicture("reset-begins", "temporaryPasswordRecoveryButton2", "button3");
+        stage.Type("Random keys, many of");
+        stage.TakePicture("entropy");
+        stage.TakeMessagePicture("reset-quit", "quitRecoveryButton", "button2");
+        stage.Type("them, until there are enough");
+        stage.TakePicture("challenge");
+        // Keys count as random until there is a pause.
+        QThread::msleep(600);
+        stage.Click("continueToResponceButton");
+        stage.Type("vdfptrjfze3f35pam");
+        host.results["CheckResponseLine"] = kro::kFalse;
+        stage.Type("2r385js0wggkc16n9");
+        stage.TakePicture("response-line-rejected");
+        host.results.clear();
+        host.responseComplete = true;
+        stage.Press(Qt::Key_Backspace);
+        stage.Type("8");
+        stage.TakePicture("response-accepted");
+    });
 }
 
-// A page that the first screen depends on the options for.
+// A first page that depends on the options and the host.
 void ShowFirstPage(Stage &stage, const char *name, std::uint32_t options)
 {
     stage.options = options;
-    stage.Play([&] { stage.host.view->ShowInitialScreen(); }, [&] { stage.TakePicture(name); });
+    stage.Play([&] { stage.TakePicture(name); });
+}
+
+void ShowTokens(Stage &stage)
+{
+    RecordingHost &host = stage.host;
+    const std::uint32_t both = pba::kOptionLoginByToken | pba::kOptionLoginByPassword;
+    host.tokensConnected = true;
+    host.tokens = {"Blue card"};
+    ShowFirstPage(stage, "one-token", both);
+    host.tokens.append("A security key with a name of many words (2f6a 01c4)");
+    ShowFirstPage(stage, "two-tokens", both);
+    host.tokens.append(QList<QByteArray>(6, "Security-key-without-a-blank-in-its-very-long-name"));
+    ShowFirstPage(stage, "eight-tokens", both);
+    host.tokensConnected = false;
 }
 
 void ShowAll(Stage &stage)

@@ -101,7 +101,6 @@ void Stage::Play(const std::function<void()> &request, const std::function<void(
 void Stage::TakePicture(const char *name)
 {
     const QSize screen = QGuiApplication::primaryScreen()->size();
-    ++m_number;
     for (const QSize size : {QSize(800, 600), screen}) {
         Dialog()->resize(size);
         Settle();
@@ -117,8 +116,9 @@ void Stage::TakePicture(const char *name)
                 painter.drawPixmap(window->pos(), window->grab());
         }
     }
-    const QString file = QString::asprintf("%02d-%s.png", m_number, name);
-    if (!picture.save(m_pictures.filePath(file)))
+    CheckPicture(picture, name);
+    m_taken.append(picture);
+    if (!picture.save(m_pictures.filePath(QString::asprintf("%02lld-%s.png", m_taken.size(), name))))
         Fault("cannot be written", name);
 }
 
@@ -130,7 +130,7 @@ void Stage::TakeListPicture(const char *name, const char *selector)
     list->close();
 }
 
-void Stage::TakeMessagePicture(const char *name, const char *button, const std::function<void()> &act)
+void Stage::TakeMessagePicture(const char *name, const char *button, const char *answer)
 {
     bool taken = false;
     QTimer watch;
@@ -141,13 +141,13 @@ void Stage::TakeMessagePicture(const char *name, const char *button, const std::
         watch.stop();
         TakePicture(name);
         taken = true;
-        if (button)
-            message->findChild<QAbstractButton *>(QString::fromLatin1(button))->click();
+        if (answer)
+            message->findChild<QAbstractButton *>(QString::fromLatin1(answer))->click();
         else
             message->reject();
     });
     watch.start(0);
-    act();
+    Click(button);
     if (!taken)
         Fault("no message came up", name);
 }
@@ -162,6 +162,20 @@ void Stage::CheckTexts(const char *name)
         if (m_englishTexts.contains(text))
             Fault("not translated: " + text, name);
     }
+}
+
+void Stage::CheckPicture(const QImage &picture, const char *name)
+{
+    // In the middle, where the page is, a text has its shades.
+    QSet<QRgb> colours;
+    for (int y = 192; y < 576; ++y) {
+        for (int x = 256; x < 768; ++x)
+            colours.insert(picture.pixel(x, y));
+    }
+    if (colours.size() < 16)
+        Fault("blank", name);
+    if (m_taken.contains(picture))
+        Fault("shows what an earlier one shows", name);
 }
 
 void Stage::Type(const char *text)
@@ -182,7 +196,7 @@ void Stage::Press(Qt::Key key, const QString &text)
 void Stage::Fault(const QString &what, const char *name)
 {
     ++m_faults;
-    std::fprintf(stderr, "pba_tour: %02d-%s: %s\n", m_number, name, qPrintable(what));
+    std::fprintf(stderr, "pba_tour: %s: %s\n", name, qPrintable(what));
 }
 
 QWidget *Stage::Dialog()

@@ -1,12 +1,14 @@
 // A stage for the module as it is shipped, in one language: a scripted host plays on it, and pictures of what
-// a person would see on a display of 1024 by 768 are written to a directory, numbered in their order. A text
-// that is cut off, there or at 800 by 600, and one that was left in English are faults.
+// a person would see on a display of 1024 by 768 are written to a directory, numbered in their order. Faults
+// are a text that is cut off, there or at 800 by 600, or was left in English, and a picture without text or
+// that shows what another one shows.
 #pragma once
 
 #include <functional>
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QImage>
 #include <QLineEdit>
 #include <QSet>
 #include <QTemporaryDir>
@@ -25,15 +27,16 @@ public:
 
     // Runs the view: `request` is made in the host's Init, the scenario is played when the page is up.
     void Play(const std::function<void()> &request, const std::function<void()> &scenario);
+    // From the first page on.
+    void Play(const std::function<void()> &scenario)
+    {
+        Play([this] { host.view->ShowInitialScreen(); }, scenario);
+    }
     void TakePicture(const char *name);
     // Pictures the opened list of a selector.
     void TakeListPicture(const char *name, const char *selector);
-    // Pictures the message that `act` leads to, over the page, and closes it, or presses a button of it.
-    void TakeMessagePicture(const char *name, const std::function<void()> &act)
-    {
-        TakeMessagePicture(name, nullptr, act);
-    }
-    void TakeMessagePicture(const char *name, const char *button, const std::function<void()> &act);
+    // Pictures the message that a button leads to, over the page, and presses a button of it or closes it.
+    void TakeMessagePicture(const char *name, const char *button, const char *answer = nullptr);
 
     void Click(const char *button) { Find<QAbstractButton>(button)->click(); }
     void Fill(const char *field, const char *text)
@@ -52,6 +55,7 @@ public:
 private:
     void PrepareFiles(const QString &language);
     void CheckTexts(const char *name);
+    void CheckPicture(const QImage &picture, const char *name);
     void Fault(const QString &what, const char *name);
     static QWidget *Dialog();
     template <typename Widget>
@@ -69,6 +73,6 @@ private:
     QDir m_pictures;
     // Those that read differently in the stage's language.
     QSet<QString> m_englishTexts;
-    int m_number = 0;
+    QList<QImage> m_taken;
     int m_faults = 0;
 };
