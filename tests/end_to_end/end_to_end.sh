@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# end_to_end.sh BIN: a person logs on at the keyboard.
+# end_to_end.sh BIN: a person logs on at the keyboard, and chooses a new password.
 bin=$1
 . "$(dirname "$0")/steps.sh"
 password='Paper-boat 42'
 wrong='paper-boat 42'
+new='Paper-ship 43'
 
 utf16() { printf '\xff\xfe' && printf '%s' "$1" | iconv -f UTF-8 -t UTF-16LE; }
 holds() { cmp -s <(utf16 "$2") "$work/root/pba/$1" || fail "$1 does not hold $2: $(od -c "$work/root/pba/$1")"; }
@@ -18,8 +19,7 @@ close_message
 logged 'Login refused' || fail "The host has not refused the password."
 wait_for "the end of the first attempt" logged $'pba::QtViewImpl::OnLogin\tEND: 0x00000000'
 # What was typed is selected: the right password takes its place.
-type_text "$password"
-xdotool key Return
+enter "$password"
 expect_end 0
 holds last_dmn.txt OFFICE
 holds last_usr.txt boris
@@ -29,10 +29,23 @@ head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version:
     || fail "The log does not hold two logins."
 ! logged "$password" && ! logged "$wrong" || fail "A password is in the log."
 
-# Domain and user are remembered: the password is all that is missing.
+# Domain and user are remembered: the password is all that is missing. By "Password change" to a new one.
 start_screen
 type_text "$password"
-xdotool key Return
+xdotool key Tab Tab Tab space
+wait_for "the page" logged $'pba::QtViewImpl::ShowChangePasswordInternal\tEND'
+enter_both "$new" "$password" # a slip
+close_message
+xdotool key shift+Tab
+enter_both "$new" "$new"
+pass_word_about_layouts
+expect_end 0
+! logged "$password" && ! logged "$new" || fail "A password is in the log."
+
+start_screen
+enter "$password"
+close_message
+enter "$new"
 expect_end 0
 
 # A signal ends the view, a message in front or not.

@@ -73,10 +73,7 @@ wait_for "the accepted response" shows 'Response is accepted'
 xdotool key Return
 wait_for "the new password's page" shows 'Domain: OFFICE, User: boris'
 ! shows Cancel || fail "The new password may be declined."
-type_text "$password"
-xdotool key Tab
-type_text "$password"
-xdotool key Return
+enter_both "$password" "$password"
 pass_word_about_layouts
 expect_end 0
 status_says 'used; renew it'
@@ -88,6 +85,5 @@ done
 start_screen
 log_on OFFICE boris "$forgotten"
 close_message
-type_text "$password"
-xdotool key Return
+enter "$password"
 expect_end 0

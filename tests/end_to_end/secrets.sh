@@ -25,8 +25,7 @@ printf '%s\n' "$user" "$wrong" >"$work/root/pba/autolgn.txt"
 start_screen --allow-autologon
 type_text OFFICE
 close_message
-type_text "$password"
-xdotool key Return
+enter "$password"
 expect_end 0
 
 found=$(grep -c ' in ' "$report") || true

@@ -32,6 +32,8 @@ has_focus() { [ "$(xdotool getwindowfocus getwindowpid 2>/dev/null)" = "$host" ]
 message_has_focus() { has_focus && [ "$(focus)" != "$dialog" ]; }
 dialog_has_focus() { [ "$(focus)" = "$dialog" ]; }
 type_text() { printf '%s' "$1" | xdotool type --delay 5 --file -; }
+enter() { type_text "$1"; xdotool key Return; }
+enter_both() { type_text "$1"; xdotool key Tab; enter "$2"; }
 
 start_host()
 {
@@ -60,16 +62,12 @@ expect_end()
     [ ! -s "$work/stdout" ] || fail "pba_host wrote to standard output."
 }
 
-# Types a domain, a user name and a password on the login page and hands them over, by Return or these keys.
+# Types a domain, a user name and a password on the login page and hands them over.
 log_on()
 {
     type_text "$1"
     xdotool key Tab
-    type_text "$2"
-    xdotool key Tab
-    type_text "$3"
-    shift 3
-    xdotool key "${@:-Return}"
+    enter_both "$2" "$3"
 }
 
 # Closes the message that is up or comes up.

@@ -17,7 +17,6 @@ remove() { echo 'hide Anna' >"$TOKEN_PROXY"; kill "$card"; wait "$card" || true;
 times() { [ "$(grep -cF -- "$2" "$log")" -eq "$1" ]; }
 token_pages() { times "$1" $'pba::QtViewImpl::ShowLoginByTokenScreen\tEND: 0x00000000'; }
 password_pages() { times "$1" $'pba::QtViewImpl::ShowLoginByPasswordScreen\tEND: 0x00000000'; }
-enter_pin() { type_text "$1"; xdotool key Return; }
 
 prepare "$password"
 : >"$TOKEN_PROXY"
@@ -38,7 +37,7 @@ wait_for "the password page again" password_pages 2
 insert
 wait_for "the token's page again" token_pages 2
 
-enter_pin "${pin/8/9}"
+enter "${pin/8/9}"
 close_message
 logged 'Login by token refused: wrong PIN' || fail "The token has not refused the PIN."
 
@@ -50,12 +49,12 @@ wait_for "the password page without the service" password_pages 3
 start_service
 insert
 wait_for "the token's page with the service" token_pages 3
-enter_pin "$pin"
+enter "$pin"
 expect_end 0
 ! grep -qE "${pin:0:4}|${pin/8/9}" "$log" || fail "A PIN is in the log."
 
 # A token that is there from the beginning.
 start_screen --pkcs11-module "$proxy"
 wait_for "the token's page" token_pages 1
-enter_pin "$pin"
+enter "$pin"
 expect_end 0

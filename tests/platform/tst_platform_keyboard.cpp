@@ -68,8 +68,7 @@ private Q_SLOTS:
     {
         m_edit = std::make_unique<QLineEdit>();
         m_edit->show();
-        m_edit->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_edit.get()));
+        Activate(m_edit.get());
         m_edit->installEventFilter(this);
         m_seen.clear();
     }
@@ -166,15 +165,13 @@ private Q_SLOTS:
             QDialog dialog;
             QLineEdit inner(&dialog);
             QTimer::singleShot(0, &dialog, [&] {
-                dialog.activateWindow();
-                QVERIFY(QTest::qWaitForWindowActive(&dialog));
+                Activate(&dialog);
                 Typed(u"y⌥q"_qs);
                 typed = inner.text();
                 dialog.accept();
             });
             dialog.exec();
-            m_edit->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(m_edit.get()));
+            Activate(m_edit.get());
         });
         Typed(u"y⏎"_qs);
         QCOMPARE(typed, u"z@"_qs);
@@ -242,6 +239,12 @@ private Q_SLOTS:
     }
 
 private:
+    static void Activate(QWidget *window)
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+    }
+
     // As the framebuffer's screen sends it.
     void Send(QEvent::Type type, quint32 key, bool repeat = false)
     {

@@ -1,15 +1,15 @@
 // Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
 #pragma once
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "run_program.h"
+#include "scratch_volume.h"
+#include "test_files.h"
 
 class SoftTokens
 {
 public:
     static constexpr char kPin[] = "7315";
+    static inline const QByteArray kAuthorised = QByteArray(ScratchVolume::kPassword) + "\n" + kPin + "\n";
 
     // "Anna" and "Boris" with RSA keys, of which Boris's wants the PIN for each use, and "Curve" with one of
     // an elliptic curve.
@@ -26,20 +26,26 @@ public:
     }
 
     // Lines for the proxy, in the place of those before.
-    void Do(const QByteArray &lines)
-    {
-        QFile file(ControlFile());
-        if (!file.open(QFile::WriteOnly | QFile::Truncate) || file.write(lines + "\n") < 0)
-            qFatal("no control file");
-    }
+    void Do(const QByteArray &lines) { WriteFile(ControlFile(), lines + "\n"); }
 
     // The logins since the last question.
     QByteArray TakeLogins()
     {
-        QFile file(ControlFile() + ".log");
-        const QByteArray logins = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-        file.remove();
+        const QByteArray logins = ReadFile(ControlFile() + ".log");
+        QFile::remove(ControlFile() + ".log");
         return logins;
+    }
+
+    // pba_admin token COMMAND.
+    static Outcome Admin(const QString &command, const ScratchVolume &volume, const QStringList &arguments,
+                         const QByteArray &input = {})
+    {
+        QStringList all{"token", command, "--volume", QString::fromStdString(volume.Path())};
+        if (command != "remove")
+            all += {"--pkcs11-module", TOKEN_PROXY};
+        if (command == "add")
+            all += "--password-stdin";
+        return Run(PBA_ADMIN, all + arguments, input);
     }
 
     // The environment is the only way that the tool takes them without a terminal.

@@ -98,18 +98,12 @@ private slots:
 private:
     Outcome Admin(const QString &command, const QStringList &arguments, const QByteArray &input = {}) const
     {
-        QStringList all{"token", command, "--volume", Volume()};
-        if (command != "remove")
-            all += {"--pkcs11-module", TOKEN_PROXY};
-        if (command == "add")
-            all += "--password-stdin";
-        return Run(PBA_ADMIN, all + arguments, input);
+        return SoftTokens::Admin(command, m_scratch, arguments, input);
     }
     QJsonArray List() const { return QJsonDocument::fromJson(Admin("list", {"--json"}).output).array(); }
     QString Volume() const { return QString::fromStdString(m_scratch.Path()); }
 
-    static inline const QByteArray kAuthorised =
-        QByteArray(ScratchVolume::kPassword) + "\n" + SoftTokens::kPin + "\n";
+    const QByteArray kAuthorised = SoftTokens::kAuthorised;
     const QStringList m_anna{"--token", "pkcs11:token=Anna"};
     SoftTokens m_tokens;
     ScratchVolume m_scratch;

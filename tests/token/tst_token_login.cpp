@@ -272,13 +272,8 @@ private slots:
 private:
     void Enroll(const QString &label) const
     {
-        const Outcome outcome = Run(PBA_ADMIN,
-                                    {"token", "add", "--volume", QString::fromStdString(m_scratch->Path()),
-                                     "--token", "pkcs11:token=" + label, "--user", "anna", "--pkcs11-module",
-                                     TOKEN_PROXY, "--password-stdin"},
-                                    QByteArray(ScratchVolume::kPassword) + "\n" + SoftTokens::kPin + "\n");
-        if (outcome.exitCode != 0)
-            qFatal("%s", outcome.errors.data());
+        const QStringList options{"--token", "pkcs11:token=" + label, "--user", "anna"};
+        QCOMPARE(SoftTokens::Admin("add", *m_scratch, options, SoftTokens::kAuthorised).errors, QByteArray());
     }
     // As newer versions of the standard tool do: the point of a fresh key, and the secret that it shares with
     // the token's.

@@ -66,13 +66,6 @@ void Stage::PrepareFiles(const QString &language)
     m_pictures.mkpath(".");
 }
 
-void Stage::WriteFile(const QString &name, const QByteArray &bytes)
-{
-    QFile file(m_root.filePath("pba/" + name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-}
-
 void Stage::WriteText(const QString &name, const QString &text)
 {
     QStringEncoder encode(QStringEncoder::Utf16LE, QStringConverter::Flag::WriteBom);

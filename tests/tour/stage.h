@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 
 #include "recording_host.h"
+#include "test_files.h"
 
 class Stage
 {
@@ -47,7 +48,10 @@ public:
     void Type(const char *text);
     void Press(Qt::Key key, const QString &text = QString());
     // Files below \pba\; texts as the view reads them.
-    void WriteFile(const QString &name, const QByteArray &bytes);
+    void WriteFile(const QString &name, const QByteArray &bytes)
+    {
+        ::WriteFile(m_root.filePath("pba/" + name), bytes);
+    }
     void WriteText(const QString &name, const QString &text);
 
     int Faults() const { return m_faults; }
