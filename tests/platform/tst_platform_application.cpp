@@ -1,13 +1,8 @@
-// Stop, busy, pointer and pointing devices, as they meet the application object and the X server.
-#include <csignal>
-#include <cstdlib>
-#include <memory>
-
+// Stop, pointer and pointing devices, as they meet the application object and the X server.
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
 #include <QApplication>
-#include <QDialog>
 #include <QTest>
 #include <QTimer>
 
@@ -65,32 +60,7 @@ class TestApplication : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The main loop, that of a dialog, that of a dialog over a dialog.
-    void StopEndsEveryLoop()
-    {
-        std::signal(SIGUSR1, [](int) { PbeRequestStop(); });
-        for (const int depth : {0, 1, 2}) {
-            QApplication application(s_argumentCount, s_arguments);
-            int ended = 0;
-            std::function<void(int)> nest = [&](int left) {
-                if (left == 0) {
-                    std::raise(SIGUSR1);
-                    return;
-                }
-                QDialog dialog;
-                QTimer::singleShot(0, &dialog, [&nest, left] { nest(left - 1); });
-                dialog.exec();
-                ++ended;
-                // What a caller shows next must not hold up the end.
-                QDialog().exec();
-            };
-            QTimer::singleShot(0, &application, [&] { nest(depth); });
-            QCOMPARE(QApplication::exec(), 1);
-            QCOMPARE(ended, depth);
-        }
-        std::signal(SIGUSR1, SIG_DFL);
-    }
-
+    // A request ends one run of the loops and no later one.
     void StopWaitsForTheApplication()
     {
         PbeRequestStop();
@@ -106,34 +76,18 @@ private Q_SLOTS:
         QCOMPARE(QApplication::exec(), 7);
     }
 
-    void WaitCursorNests()
-    {
-        PbeSetBusy(true); // of an application that is not there yet
-        QApplication application(s_argumentCount, s_arguments);
-        for (const bool busy : {true, true, false}) {
-            PbeSetBusy(busy);
-            QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        }
-        PbeSetBusy(false);
-        PbeSetBusy(false);
-        QVERIFY(!QApplication::overrideCursor());
-    }
-
     void PointerIsHiddenOnceAndShownAnew()
     {
         QPbeScreen *screen = QPbeScreen::Current();
         for (int run = 0; run < 2; ++run) {
             QApplication application(s_argumentCount, s_arguments);
             QVERIFY(screen->IsPointerVisible());
-            QVERIFY(!QApplication::overrideCursor());
             QCOMPARE(TimesHidden(), 0);
-            for (const bool visible : {false, true, false}) {
-                screen->SetPointerVisible(visible);
+            for (const bool visible : {false, false, true, true, false}) {
                 screen->SetPointerVisible(visible);
                 QCOMPARE(screen->IsPointerVisible(), visible);
                 QCOMPARE(TimesHidden(), visible ? 0 : 1);
             }
-            PbeSetBusy(true);
         }
     }
 

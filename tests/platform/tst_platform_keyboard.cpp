@@ -189,9 +189,8 @@ private Q_SLOTS:
         bool can = false;
         for (const auto &[text, able] : rows) {
             for (const uint layout : rows[0].second) {
-                const auto *characters = reinterpret_cast<const char16_t *>(text.utf16());
-                const auto length = static_cast<std::size_t>(text.size());
-                QCOMPARE(PbeCanTypeText(layout, characters, length, &can), kro::kOk);
+                const std::u16string characters = text.toStdU16String();
+                QCOMPARE(PbeCanTypeText(layout, characters.data(), characters.size(), &can), kro::kOk);
                 QVERIFY2(can == able.contains(layout), qPrintable(text + QString::number(layout, 16)));
             }
         }

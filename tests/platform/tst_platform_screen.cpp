@@ -71,15 +71,20 @@ private Q_SLOTS:
         QTRY_COMPARE(Colours()[0], Qt::magenta);
     }
 
-    void BusyShowsAtOnceAndDoesNothingElse()
+    void BusyShowsAtOnceAndNests()
     {
         bool other = false;
         QTimer::singleShot(0, m_page.get(), [&other] { other = true; });
         Recolour(*m_page, Qt::green);
-        PbeSetBusy(true);
-        QCOMPARE(Colours()[0], Qt::green);
+        for (const bool busy : {true, true, false}) {
+            PbeSetBusy(busy);
+            QCOMPARE(Colours()[0], Qt::green);
+            QVERIFY(QApplication::overrideCursor());
+        }
         QVERIFY(!other);
         PbeSetBusy(false);
+        PbeSetBusy(false);
+        QVERIFY(!QApplication::overrideCursor());
     }
 
 private:
