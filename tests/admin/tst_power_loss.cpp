@@ -1,6 +1,6 @@
 // What a loss of power, or a second program, in the middle of a change leaves of a volume.
-#include "../host/scratch_volume.h"
 #include "run_program.h"
+#include "scratch_volume.h"
 #include "test_main.h"
 #include "token/volume_tokens.h"
 

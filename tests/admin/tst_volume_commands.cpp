@@ -1,6 +1,5 @@
 // Volumes and users as an administrator makes them, checked with the standard tool.
 #include <csignal>
-#include <unistd.h>
 
 #include <QDateTime>
 #include <QDir>
@@ -35,7 +34,8 @@ private slots:
         QCOMPARE(added.errors, QByteArray());
         QVERIFY(Opens(m_volume, "paper boat"));
 
-        const QJsonObject header = Header();
+        const QByteArray json = RunStandardTool({"luksDump", "--dump-json-metadata", m_volume}).output;
+        const QJsonObject header = QJsonDocument::fromJson(json).object();
         QJsonObject object = header["tokens"]["0"].toObject();
         QVERIFY(qAbs(object.take("changed").toInteger() - QDateTime::currentSecsSinceEpoch()) < 3600);
         const QJsonObject user{
@@ -85,32 +85,22 @@ private slots:
         policy["expiryDays"] = 90;
         policy["autologonAllowed"] = false;
         QCOMPARE(Report(QStringList{"policy", "show"} + volume).object(), policy);
-        CompareFailure(Run(PBA_ADMIN, QStringList{"policy", "set"} + volume), 2, "nothing to set");
-        for (const char *option : {"--minimum-length=0", "--autologon=maybe", "--delay-seconds=99999"})
-            CompareFailure(Run(PBA_ADMIN, QStringList{"policy", "set", option} + volume), 2, "--");
     }
 
     void refusals()
     {
         const QString path = m_directory.filePath("never.img");
         const std::tuple<const char *, QStringList, QByteArray, int> rows[] = {
-            {"--bogus", Create(path) + QStringList{"--bogus"}, "good", 2},
-            {"FILE: must not be empty", Create(""), "good", 2},
-            {"--size 64Q", Create(path, "64Q"), "good", 2},
             {"--size -64M", Create(path, "-64M"), "good", 2},
             {"--size 99999999999G", Create(path, "99999999999G"), "good", 2},
             {"minimum is 17M", Create(path, "16M"), "good", 2},
-            {"multiple of 4K", Create(path, "20481K"), "good", 2},
             {"that large", Create(path, "8000000000G"), "good enough", 1},
             {"policy asks for at least 8 characters", User("passwd", m_volume, "boris"),
              "paper boat\nshorter\n", 1},
             {"is the old one", User("passwd", m_volume, "boris"), "green quill 7\npaper boat\n", 1},
             {"no such user", User("passwd", m_volume, "anna"), "green quill 7\npaper ship\n", 1},
-            {"no such user; check", User("remove", m_volume, "carl"), "green quill 7\n", 1},
-            {"name is empty", Create(path, "20M", ""), "good", 2},
+            {"--minimum-length", {"policy", "set", "--minimum-length=0", "--volume", m_volume}, "", 2},
             {"control characters", Create(path, "20M", "a\nb"), "good", 2},
-            {"256 bytes", Create(path, "20M", QString(257, 'x')), "good", 2},
-            {"input ended", Create(path), "", 1},
             {"password is empty", Create(path), "\n", 1},
             {"127 characters", Create(path), QByteArray(128, 'x'), 1},
             {"512 bytes", Create(path), QByteArray(513, 'x'), 1},
@@ -123,11 +113,12 @@ private slots:
             {"ended where a password", User("add", m_volume, "carl"), "green quill 7\n", 1},
         };
         const QStringList before = QDir(m_directory.path()).entryList(QDir::Files);
-        const QByteArray header = HeaderBytes();
+        const auto header = [this] { return ReadFile(m_volume).first(128 * 1024); };
+        const QByteArray headerBefore = header();
         for (const auto &[says, arguments, input, exitCode] : rows) {
             CompareFailure(Run(PBA_ADMIN, arguments, input), exitCode, says);
             QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files), before);
-            QVERIFY2(HeaderBytes() == header, says);
+            QVERIFY2(header() == headerBefore, says);
         }
     }
 
@@ -143,34 +134,26 @@ private slots:
             CompareFailure(run(redirection, {"volume", "info", m_volume}), 1, "cannot be written");
     }
 
-#ifdef NO_MEMORY
-    // Wherever in reading the command line the memory ends.
-    void noMemory()
+    // Never echoed, and the echo is back however the program ends.
+    void passwordsAtATerminal()
     {
-        Outcome outcome{1, {}, {}};
-        for (int moment = 0; outcome.exitCode == 1; moment += 97) {
-            outcome = Run("/usr/bin/env", {"LD_PRELOAD=" NO_MEMORY,
-                                           QString("PBA_NO_MEMORY_AT=%1").arg(moment), PBA_ADMIN, "policy"});
-            CompareFailure(outcome, outcome.exitCode,
-                           outcome.exitCode == 1 ? "not enough memory" : "required");
+        const QString path = m_directory.filePath("terminal.img");
+        QStringList create = Create(path);
+        create.removeLast(); // no standard input
+        const QString command =
+            "trap : INT; " PBA_ADMIN " " + create.join(' ') + "; echo ends with $?; stty -a";
+        for (const auto &[again, exitCode] :
+             {std::pair("Oops two\n", 1), {"Oops\x03", 130}, {"Oops one\n", 0}}) {
+            QProcess terminal;
+            terminal.start("script", {"-qc", command, "/dev/null"});
+            QVERIFY(AnswerPrompt(&terminal, "New password: ", "Oops one\n"));
+            QVERIFY(AnswerPrompt(&terminal, "New password again: ", again));
+            QVERIFY(terminal.waitForFinished());
+            const QByteArray shown = terminal.readAllStandardOutput();
+            QVERIFY2(shown.contains("ends with " + QByteArray::number(exitCode) + "\r\n"), shown);
+            QVERIFY2(shown.contains(" echo ") && !shown.contains("Oops"), shown);
+            QCOMPARE(QFile::exists(path), exitCode == 0);
         }
-        QCOMPARE(outcome.exitCode, 2);
-    }
-#endif
-
-    // Permissions do not bind the administrator, so the tool runs as somebody else.
-    void aReadOnlyVolume()
-    {
-        if (geteuid() != 0)
-            QSKIP("only the administrator can become somebody else");
-        const QString copy = m_directory.filePath("copy.img");
-        QVERIFY(QFile::copy(m_volume, copy));
-        QVERIFY(QFile::setPermissions(copy, QFile::ReadOwner | QFile::ReadOther));
-        QVERIFY(QFile::setPermissions(m_directory.path(), QFile::ExeOther | QFile::ReadOwner |
-                                                              QFile::WriteOwner | QFile::ExeOwner));
-        const QStringList somebody{"--reuid=65534", "--regid=65534", "--clear-groups", PBA_ADMIN};
-        CompareFailure(Run("setpriv", somebody + User("add", copy, "carl")), 1,
-                       "copy.img: read-only; make it writable");
     }
 
     void aSignalLeavesNothing()
@@ -209,14 +192,14 @@ private:
         return RunStandardTool({"open", "--test-passphrase", "--key-file", "-", path}, password).exitCode ==
                0;
     }
-    QJsonObject Header() const
+    // A prompt shows once the echo is off, and with it nothing else: not what was typed before.
+    static bool AnswerPrompt(QProcess *terminal, const QByteArray &prompt, const QByteArray &answer)
     {
-        const QByteArray json = RunStandardTool({"luksDump", "--dump-json-metadata", m_volume}).output;
-        return QJsonDocument::fromJson(json).object();
-    }
-    QByteArray HeaderBytes() const
-    {
-        return ReadFile(m_volume).first(128 * 1024);
+        QByteArray shown;
+        while (!shown.endsWith(prompt) && terminal->waitForReadyRead())
+            shown += terminal->readAllStandardOutput();
+        terminal->write(answer);
+        return shown.trimmed() == prompt.trimmed();
     }
 
     QTemporaryDir m_directory;
