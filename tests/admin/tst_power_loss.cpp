@@ -23,11 +23,9 @@ const QByteArray kPasswords = QByteArray(ScratchVolume::kPassword) + '\n' + kNew
 
 const QStringList kChangePassword{"user", "passwd", "anna", "--password-stdin"};
 const QStringList kAddUser{"user", "add", "carl", "--password-stdin"};
-const QStringList kAddToken{"token",           "add",
-                            "--user",          "carl",
-                            "--token",         "pkcs11:token=Carl",
-                            "--pkcs11-module", "/usr/lib/softhsm/libsofthsm2.so",
-                            "--password-stdin"};
+const QStringList kAddToken = QString("token add --user carl --token pkcs11:token=Carl --password-stdin "
+                                      "--pkcs11-module /usr/lib/softhsm/libsofthsm2.so")
+                                  .split(' ');
 const QStringList kRemoveToken{"token", "remove", "--keyslot", "2"};
 
 int RunUntil(int moment, const ScratchVolume &scratch, const QStringList &command)

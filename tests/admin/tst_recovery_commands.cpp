@@ -63,8 +63,6 @@ private slots:
         const Outcome answered = Respond(computer.Challenge());
         QCOMPARE(answered.errors, QByteArray()); // nobody has had this secret
         QVERIFY(computer.Opens(answered.output, "anna"));
-        const QByteArray dump = RunStandardTool({"luksDump", m_volume}).output;
-        QVERIFY2(dump.count("luks2\n") == 3, dump);
     }
 
     // One waits for the other, and what the second has sealed is what the volume knows.
@@ -111,7 +109,6 @@ private slots:
             {"ended where string 1", respond, kPassphrase},
             {"string 1 is wrong; it would be right as string 2", respond, misheard(0, right[1])},
             {"string 4 has 15 characters instead of 16", respond, misheard(3, right[3].chopped(1))},
-            {"string 2 has a character that is none", respond, misheard(1, "U")},
             {"string 3 is wrong", respond, misheard(2, changed)}};
         // But for the number of writes: what was begun is undone.
         const auto state = [this] {

@@ -86,19 +86,12 @@ private slots:
     void faultsInCompiledSettings()
     {
         // Without languages, and with a hot key of three modifiers.
-        const QByteArray odd =
-            QByteArray::fromHex("0100 01000000 7000 00000000 0300 1000 0200 1000 0700 a000");
-        const std::pair<QByteArray, QByteArrayList> rows[] = {
-            {odd, {": languageSwitchHotkey: ", ": capsLockTurnOffHotkey: ", ": inputLanguages: must be"}},
-            {odd.chopped(3), {"the whole file: ends too early, at byte 20"}},
-            {QByteArray("\2\0\0\0", 4), {"the whole file: is not of version 1"}}};
-        for (const auto &[bytes, says] : rows) {
-            WriteFile(m_output, bytes);
-            const Outcome outcome = Settings({"check", m_output});
-            QVERIFY2(outcome.exitCode == 1 && outcome.errors.count('\n') == says.size(), outcome.errors);
-            for (const QByteArray &one : says)
-                QVERIFY2(outcome.errors.contains(one), outcome.errors);
-        }
+        WriteFile(m_output, QByteArray::fromHex("0100 01000000 7000 00000000 0300 1000 0200 1000 0700 a000"));
+        const QByteArray faults = Settings({"check", m_output}).errors;
+        for (const char *says : {"languageSwitchHotkey: ", "capsLockTurnOffHotkey: ", "inputLanguages: "})
+            QVERIFY2(faults.count(says) == 1 && faults.count('\n') == 3, faults);
+        QVERIFY(QFile::resize(m_output, 20));
+        CompareFailure(Settings({"check", m_output}), 1, "the whole file: ends too early, at byte 20");
     }
 
     void outputsThatCannotBeUsed()
@@ -125,7 +118,6 @@ private slots:
         const Row rows[] = {
             {"# XKBLAYOUT=fr\nXKBLAYOUT=\"us,de\"\nXKBVARIANT=\",nodeadkeys\"\n", "KEYMAP=fr", "de_AT.UTF-8",
              "Deutsch 00010407 English 00000409"},
-            {"XKBLAYOUT=us,us\n", "", "C.UTF-8", "English 00000409"},
             {"XKBLAYOUT='hr'\n", "", "hr_HR", "Hrvatski 0000041a"},
             {"XKBLAYOUT=ch\nXKBVARIANT=fr\n", "", "fr_CH.UTF-8", "Français 0000100c"},
             {"XKBLAYOUT=de\nXKBVARIANT=neo\n", "", "de_DE", "Deutsch 00000407", true},

@@ -1,15 +1,24 @@
 // A view that shows nothing and agrees to everything, after it has noted the call; needs the contract alone.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "pba/view.h"
+
+using Calls = std::vector<std::string>;
 
 class SilentView : public pba::IMainView, public pba::ILoginByPasswordView
 {
 public:
     pba::ILoginByPasswordLogic *logic = nullptr;
     std::u16string lastText; // of a message
+    std::function<void()> duringMessage = [] {};
+
+    // Since the last question; a message by its title.
+    Calls TakeCalls() { return std::exchange(m_calls, {}); }
 
     void SetBusinessLogic(pba::IBusinessLogic *) override {}
     kro::result_t Run() override { return kro::kOk; }
@@ -23,10 +32,11 @@ public:
     kro::result_t ShowMessage(const kro::wstring_t &title, const kro::wstring_t &text, std::uint32_t,
                               std::uint32_t) override
     {
+        const std::u16string_view latin = title.View();
+        Note({latin.begin(), latin.end()});
         lastText = text.View();
-        return Note(title.View() == u"Wrong user name or password" ? "Wrong"
-                    : title.View() == u"Too many failed attempts"  ? "Wait"
-                                                                   : "Message");
+        duringMessage();
+        return kro::kOk;
     }
     pba::IMainView *GetMainView() override { return this; }
     void SetLogic(pba::ILoginByPasswordLogic *newLogic) override { logic = newLogic; }
@@ -39,5 +49,12 @@ public:
     kro::result_t ShowLoggedIn() override { return Note("LoggedIn"); }
 
 protected:
-    virtual kro::result_t Note(const char *) { return kro::kOk; }
+    kro::result_t Note(const std::string &call)
+    {
+        m_calls.push_back(call);
+        return kro::kOk;
+    }
+
+private:
+    Calls m_calls;
 };
