@@ -2,20 +2,17 @@
 // loss of power would. Only calls on the file PBA_POWER_LOSS_FILE count. The write at which it happens gets
 // half of its bytes to the disk.
 #include <cstdlib>
-#include <cstring>
 #include <dlfcn.h>
-#include <sys/stat.h>
+#include <filesystem>
 #include <unistd.h>
 
 namespace {
 
 bool IsTheFile(int file)
 {
-    struct stat wanted;
-    struct stat found;
+    std::error_code error;
     const char *path = std::getenv("PBA_POWER_LOSS_FILE");
-    return path && stat(path, &wanted) == 0 && fstat(file, &found) == 0 && wanted.st_ino == found.st_ino &&
-           wanted.st_dev == found.st_dev;
+    return path && std::filesystem::equivalent(path, "/proc/self/fd/" + std::to_string(file), error);
 }
 
 bool IsTheMoment(int file)

@@ -13,11 +13,6 @@ const volume::UserName kCarl{"", "carl"};
 constexpr char kNewPassword[] = "silver spoon"; // and the token's PIN
 constexpr int kPowerLost = 86;
 
-Error Login(volume::Volume &volume, const volume::UserName &name, std::string_view password)
-{
-    return volume.Login(name, MakeSecret(password), nullptr);
-}
-
 // What authorises, and the new one.
 const QByteArray kPasswords = QByteArray(ScratchVolume::kPassword) + '\n' + kNewPassword + '\n';
 
@@ -95,7 +90,7 @@ private slots:
             QVERIFY(program.waitForFinished());
             QVERIFY2(program.exitCode() == 0, program.readAllStandardError());
             const std::string name = "user" + std::to_string(&program - programs);
-            QCOMPARE(Login(*scratch.Open(), {"", name}, kNewPassword), Error::None);
+            QCOMPARE(scratch.Login({"", name}, kNewPassword), Error::None);
         }
         CompareWhole(*scratch.Open());
     }
@@ -111,20 +106,20 @@ private:
     static void CheckSound(const ScratchVolume &scratch, const QString &command, bool done)
     {
         const auto opened = scratch.Open();
-        QVERIFY(OpensForAnna(*opened, done && command == "passwd"));
+        QVERIFY(OpensForAnna(scratch, done && command == "passwd"));
         QCOMPARE(opened->FinishPending(), Error::None);
         QCOMPARE(token::FinishPending(*opened), Error::None);
-        QVERIFY(OpensForAnna(*opened, done && command == "passwd"));
+        QVERIFY(OpensForAnna(scratch, done && command == "passwd"));
         CompareWhole(*scratch.Open());
         const auto carl = opened->FindUser(kCarl);
         if (carl && !carl->keyslots.empty())
-            QCOMPARE(Login(*opened, kCarl, kNewPassword), Error::None);
+            QCOMPARE(scratch.Login(kCarl, kNewPassword), Error::None);
         QVERIFY(!done || carl.has_value() == (command == "add"));
     }
-    static bool OpensForAnna(volume::Volume &volume, bool changed)
+    static bool OpensForAnna(const ScratchVolume &scratch, bool changed)
     {
         const auto opens = [&](std::string_view password) {
-            return Login(volume, kAnna, password) == Error::None;
+            return scratch.Login(kAnna, password) == Error::None;
         };
         return changed ? opens(kNewPassword) && !opens(ScratchVolume::kPassword)
                        : opens(ScratchVolume::kPassword) || opens(kNewPassword);

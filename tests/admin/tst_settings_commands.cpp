@@ -58,7 +58,6 @@ private slots:
             {"\"pc\"", "\"\"", ": hostName: must be text"},
             {"\"hostName\":", "\"hostName\": \"pd\", \"hostName\":", ": hostName: stands twice"},
             {"1034", "65536", ": inputLanguages[0].languageId: must be"},
-            {"1034", "\"1034\"", ": inputLanguages[0].languageId: must be a number"},
             {"00000409", "409", ": inputLanguages[0].layouts[1].layoutId: must be text"},
             {"\"Ctrl+1\"", "1", ": inputLanguages[0].layouts[0].selectHotkey: must"},
             {"{\"layoutId\": \"00000409", "7, {\"layoutId\": \"00000409", "].layouts[1]: must be an object"}};

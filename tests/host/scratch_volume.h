@@ -47,6 +47,12 @@ public:
         return opened;
     }
 
+    // As a program of its own does.
+    volume::Error Login(const volume::UserName &name, std::string_view password) const
+    {
+        return Open()->Login(name, MakeSecret(password), nullptr);
+    }
+
 private:
     static QString Make(const QString &path)
     {

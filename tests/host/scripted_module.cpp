@@ -18,12 +18,10 @@ public:
         std::ifstream script("script");
         kro::result_t result = m_host->Init(this);
         for (std::string step; std::getline(script, step);) {
-            if (step == "login")
+            if (step == "login" || (step == "automatic" && !IsAutologonSuppressed()))
                 logic->Login(u"OFFICE", u"boris", u"paper boat");
             else if (step == "wrong")
                 logic->Login(u"OFFICE", u"boris", u"no");
-            else if (step == "automatic")
-                LogOnAutomatically();
             else if (step == "start")
                 m_host->StartOperatingSystem();
             else if (step == "signal")
@@ -35,11 +33,10 @@ public:
     }
 
 private:
-    void LogOnAutomatically()
+    bool IsAutologonSuppressed()
     {
         bool suppressed = false;
-        if (logic->IsAutologonSuppressed(&suppressed) == kro::kOk && !suppressed)
-            logic->Login(u"OFFICE", u"boris", u"paper boat");
+        return logic->IsAutologonSuppressed(&suppressed) != kro::kOk || suppressed;
     }
 
     pba::IBusinessLogic *m_host = nullptr;

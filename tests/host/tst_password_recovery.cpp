@@ -91,10 +91,6 @@ struct Scene
         }
         return valid && complete;
     }
-    Error Login(const volume::UserName &name, const char *password)
-    {
-        return scratch.Open()->Login(name, MakeSecret(password), nullptr);
-    }
 
     ScratchVolume scratch;
     std::unique_ptr<volume::Volume> opened;
@@ -133,13 +129,14 @@ private slots:
 
         QCOMPARE(scene.view.logic->ChangePassword(u"short"), kro::kOk);
         QCOMPARE(scene.view.logic->ChangePassword(u"paper boat"), kro::kOk);
-        QCOMPARE(scene.Login({"OFFICE", "boris"}, ScratchVolume::kOtherPassword), Error::None);
+        QCOMPARE(scene.scratch.Login({"OFFICE", "boris"}, ScratchVolume::kOtherPassword), Error::None);
         QCOMPARE(scene.view.logic->ChangePassword(u"N\u00e4chste 7"), kro::kOk);
         QCOMPARE(scene.view.TakeCalls(), (Calls{"MustChangePassword", "The new password is too short",
                                                 "The new password is the old one", "LoggedIn"}));
         QCOMPARE(scene.logic.StartOperatingSystem(), kro::kOk);
-        QCOMPARE(scene.Login({"OFFICE", "boris"}, "N\u00e4chste 7"), Error::None);
-        QCOMPARE(scene.Login({"OFFICE", "boris"}, ScratchVolume::kOtherPassword), Error::WrongPassword);
+        QCOMPARE(scene.scratch.Login({"OFFICE", "boris"}, "N\u00e4chste 7"), Error::None);
+        QCOMPARE(scene.scratch.Login({"OFFICE", "boris"}, ScratchVolume::kOtherPassword),
+                 Error::WrongPassword);
         for (const kro::string_t &line : lines)
             QVERIFY(!fake_pbe::LogText().contains(line.Data()));
     }

@@ -19,12 +19,11 @@ private slots:
         const QStringList autologon{"--allow-autologon"};
         const std::tuple<const char *, int, QStringList> rows[] = {
             {"login\nstart\n", 0, {}},
-            {"login\nstart\nfail\n", 0, {}}, // the system has started, whatever the view says
             {"start\n", 1, {}},
             {"login\n", 1, {}},
             {"signal\nfail\n", 3, {}},
             {"login\nsignal\nstart\n", 3, {}},
-            {"login\nstart\nsignal\nfail\n", 0, {}},
+            {"login\nstart\nsignal\nfail\n", 0, {}},   // the system has started, whatever the view says
             {"login\nstart\nsignal\nsignal\n", 3, {}}, // a second one ends it at once
             {"start\n", 4, testBoot},
             {"", 1, testBoot},

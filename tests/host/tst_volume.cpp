@@ -70,7 +70,7 @@ private slots:
         const std::string object = volume::EncodeUser({{"", "mallory"}, {2}});
         QVERIFY(crypt_token_json_set(header.get(), CRYPT_ANY_TOKEN, object.c_str()) >= 0);
         volume::Secret key;
-        QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), nullptr), Error::WrongPassword);
+        QCOMPARE(scratch.Login({"", "mallory"}, "m"), Error::WrongPassword);
         QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), &key), Error::WrongPassword);
     }
 
@@ -83,8 +83,7 @@ private slots:
             QByteArray flipped = sound;
             flipped[offset] = static_cast<char>(flipped[offset] ^ 4);
             Overwrite(scratch.Path(), 0, flipped);
-            QCOMPARE(scratch.Open()->Login({"", "anna"}, MakeSecret(ScratchVolume::kPassword), nullptr),
-                     Error::None);
+            QCOMPARE(scratch.Login({"", "anna"}, ScratchVolume::kPassword), Error::None);
         }
     }
 

@@ -10,11 +10,6 @@ const volume::UserName kAnna{"", "anna"};
 const volume::UserName kBoris{"OFFICE", "boris"};
 const volume::KeyCost kCost = volume::KeyCost::ForRandomSecret();
 
-Error Login(const ScratchVolume &scratch, const volume::UserName &name, std::string_view password)
-{
-    return scratch.Open()->Login(name, MakeSecret(password), nullptr);
-}
-
 // An opened volume and its key.
 struct Opened
 {
@@ -57,15 +52,15 @@ private slots:
         const ScratchVolume scratch;
         Opened opened(scratch);
         QCOMPARE(opened.Replace(kAnna, "new one"), Error::None);
-        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::WrongPassword);
-        QCOMPARE(Login(scratch, kAnna, "new one"), Error::None);
+        QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::WrongPassword);
+        QCOMPARE(scratch.Login(kAnna, "new one"), Error::None);
         QVERIFY(scratch.Open()->FindUser(kAnna)->changed);
         QCOMPARE(opened.volume->Keyslots().size(), 2u);
 
         QCOMPARE(opened.Replace({"", "carl"}, "x"), Error::NoUser);
         opened.key.Buffer()[0] ^= 1; // not the volume's key any more
         QCOMPARE(opened.Replace(kAnna, "x", volume::WhenFull::DropOld), Error::WrongPassword);
-        QCOMPARE(Login(scratch, kAnna, "new one"), Error::None);
+        QCOMPARE(scratch.Login(kAnna, "new one"), Error::None);
         QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
     }
 
@@ -78,11 +73,11 @@ private slots:
         QCOMPARE(first.Add({"", "carl"}, "c"), Error::None);
         QCOMPARE(second.Add({"", "dora"}, "d"), Error::None);
         QCOMPARE(second.Add({"", "carl"}, "e"), Error::UserExists);
-        QCOMPARE(Login(scratch, {"", "carl"}, "c"), Error::None);
+        QCOMPARE(scratch.Login({"", "carl"}, "c"), Error::None);
         {
             volume::WriteLock lock;
             QCOMPARE(lock.Take(scratch.Path()), Error::None);
-            QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+            QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
             QCOMPARE(first.Add({"", "emil"}, "e"), Error::Busy);
         }
         QCOMPARE(first.Add({"", "emil"}, "e"), Error::None);
@@ -100,16 +95,16 @@ private slots:
         QCOMPARE(opened.volume->Users().size(), 31u);
         QVERIFY(volume::Fits(volume::kReserve, opened.volume->RoomLeft()));
         QCOMPARE(opened.Replace({longName, "28"}, "new"), Error::None);
-        QCOMPARE(Login(scratch, {longName, "28"}, "new"), Error::None);
+        QCOMPARE(scratch.Login({longName, "28"}, "new"), Error::None);
 
         // Another tool takes the last keyslot.
         int keyslot = -1;
         QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("r"), kCost, &keyslot), Error::None);
         QCOMPARE(opened.Replace(kAnna, "new"), Error::NoSpace);
-        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+        QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
         QCOMPARE(opened.Replace(kAnna, "new", volume::WhenFull::DropOld), Error::None);
-        QCOMPARE(Login(scratch, kAnna, "new"), Error::None);
-        QVERIFY(Login(scratch, kAnna, ScratchVolume::kPassword) == Error::WrongPassword);
+        QCOMPARE(scratch.Login(kAnna, "new"), Error::None);
+        QVERIFY(scratch.Login(kAnna, ScratchVolume::kPassword) == Error::WrongPassword);
     }
 
     // The default header has 12 KiB for its text, and objects that fill it may be anybody's.
@@ -122,7 +117,7 @@ private slots:
         QCOMPARE(opened.Replace(kAnna, "new"), Error::None);
         QVERIFY(opened.WriteObject("x", "", std::string(1150, 'x')));
         QCOMPARE(opened.Replace(kAnna, "newer"), Error::NoSpace);
-        QCOMPARE(Login(scratch, kAnna, "new"), Error::None);
+        QCOMPARE(scratch.Login(kAnna, "new"), Error::None);
         QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
         QCOMPARE(opened.volume->Keyslots().size(), 2u);
     }
@@ -136,10 +131,10 @@ private slots:
         QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("r"), kCost, &recovery), Error::None);
         QVERIFY(opened.WriteObject("pba-recovery", '"' + std::to_string(recovery) + '"', ""));
         QCOMPARE(opened.volume->RemoveUser(kBoris), Error::None);
-        QCOMPARE(Login(scratch, kBoris, ScratchVolume::kOtherPassword), Error::WrongPassword);
+        QCOMPARE(scratch.Login(kBoris, ScratchVolume::kOtherPassword), Error::WrongPassword);
         QCOMPARE(opened.volume->RemoveUser(kAnna), Error::LastWayIn);
         QCOMPARE(opened.volume->RemoveKeyslot(0), Error::LastWayIn);
-        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+        QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
         // A passphrase of another tool is a way in.
         QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("f"), kCost, &foreign), Error::None);
         QCOMPARE(opened.volume->RemoveUser(kAnna), Error::None);
@@ -160,7 +155,7 @@ private slots:
         };
         leavePending(opened.volume->FindUser(kBoris)->keyslots[0]);
         QCOMPARE(opened.volume->FinishPending(), Error::None);
-        QCOMPARE(Login(scratch, kBoris, ScratchVolume::kOtherPassword), Error::None);
+        QCOMPARE(scratch.Login(kBoris, ScratchVolume::kOtherPassword), Error::None);
         leavePending(2);
         int keyslot = -1;
         QCOMPARE(opened.volume->AddKeyslot(opened.key, MakeSecret("rescue"), volume::KeyCost::ForPassword(1),
@@ -170,7 +165,7 @@ private slots:
         QCOMPARE(opened.volume->FinishPending(), Error::None);
         QVERIFY(!opened.volume->FindUser(kAnna)->pending);
         QCOMPARE(opened.volume->OpenKeyslot(2, MakeSecret("rescue"), nullptr), Error::None);
-        QCOMPARE(Login(scratch, kAnna, ScratchVolume::kPassword), Error::None);
+        QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
     }
 
     void thePolicy()
