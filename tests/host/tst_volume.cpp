@@ -153,7 +153,6 @@ private slots:
             {"dm/name", "data"},
             {"dm/uuid", "CRYPT-LUKS2-0123abce-root"},
             {"dm/uuid", "CRYPT-LUKS2-0123abcdef-root"}, // a longer identifier
-            {"dm/uuid", "LVM-0123abcd-root"},
             {"slaves/loop0/loop/backing_file", "/proc/self/exe"},
             {"slaves/sda/dev", "8:0"}, // a second device
         };
