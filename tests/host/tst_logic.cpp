@@ -1,4 +1,6 @@
 // The host's answers to the view, on a real volume and with a view that records.
+#include <QCryptographicHash>
+
 #include "business_logic.h"
 #include "fake_pbe.h"
 #include "scratch_volume.h"
@@ -71,6 +73,25 @@ QByteArray Settings(std::uint32_t layout, const char16_t *name)
     pba::ConstantSettingsRecord record;
     record.prebootSettings.inputLanguages = {{1033, u"English", {{layout, name, {}}}}};
     return QByteArray::fromStdString(admin::EncodeSettings(record));
+}
+
+// As on a volume from a computer with more memory than any has.
+void AskForTooMuchMemory(const QString &path)
+{
+    constexpr qsizetype kCopyBytes = 64 * 1024;
+    constexpr qsizetype kChecksum = 0x1c0;
+    QFile file(path);
+    QVERIFY(file.open(QFile::ReadWrite));
+    for (const qsizetype start : {qsizetype(0), kCopyBytes}) {
+        QVERIFY(file.seek(start));
+        QByteArray copy = file.read(kCopyBytes);
+        copy.replace(R"("type":"pbkdf2","hash":"sha512","iterations":1000)",
+                     R"("type":"argon2id","time":4,"memory":2147483647,"cpus":1)");
+        copy.truncate(kCopyBytes);
+        copy.replace(kChecksum, 64, QByteArray(64, '\0'));
+        copy.replace(kChecksum, 32, QCryptographicHash::hash(copy, QCryptographicHash::Sha256));
+        QVERIFY(file.seek(start) && file.write(copy) == kCopyBytes);
+    }
 }
 
 } // namespace
@@ -164,14 +185,23 @@ private slots:
         QCOMPARE(memory.state.failures, 1u);
     }
 
-    // Each from its real cause, in words that tell it from the other.
+    // Each from its real cause, in words that tell it from the others.
     void theDiskIsToBlame()
     {
-        for (const auto &[sizeAfter, says] :
-             {std::pair(0, "The encrypted disk has been removed."),
-              std::pair(0x20000, "The header of the encrypted disk cannot be read.")}) {
+        struct Case
+        {
+            bool wantsMemory;
+            int sizeAfter;
+            const char *says;
+        };
+        for (const auto &[wantsMemory, sizeAfter, says] :
+             {Case{false, 0, "The encrypted disk has been removed."},
+              Case{false, 0x20000, "The header of the encrypted disk cannot be read."},
+              Case{true, 0x1000000, "There is not enough memory"}}) {
             const ScratchVolume scratch;
             const QString path = QString::fromStdString(scratch.Path());
+            if (wantsMemory)
+                AskForTooMuchMemory(path);
             Host host(scratch);
             QVERIFY(sizeAfter > 0 ? QFile::resize(path, sizeAfter) : QFile::remove(path));
             host.Login(u"", u"anna", kRight);
