@@ -56,6 +56,9 @@ void AddOptions(CLI::App *app, CommandLine *line)
         ->check(CheckNotEmpty);
     app->add_option("--mapper-name", line->mapperName, "Map the opened volume under this name")
         ->check(CheckMapperName);
+    app->add_option("--mapper-options", line->mapperOptions,
+                    "Options of the mapping, as the fourth field of /etc/crypttab has them")
+        ->needs("--mapper-name");
     app->add_option("--log", line->log,
                     "Append the log to this file (default: PBE_LOG, else standard error)");
     app->add_option("--log-severity", line->logSeverity, "300 errors, 700 calls, 900 details");

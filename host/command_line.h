@@ -17,6 +17,7 @@ struct CommandLine
     std::string root;
     std::string volume;
     std::string mapperName;
+    std::string mapperOptions;
     std::string log;
     std::optional<std::uint32_t> logSeverity;
     std::string module;

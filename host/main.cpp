@@ -14,6 +14,7 @@
 #include "pbe/log.h"
 #include "recovery/volume_recovery.h"
 #include "stop_signals.h"
+#include "volume/mapper_options.h"
 #include "token/volume_tokens.h"
 #include "volume/process_protection.h"
 #include "volume/text.h"
@@ -89,7 +90,7 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
     const std::unique_ptr<pba::ITranslator, decltype(module.deleteTranslator)> translator(
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
-    OsStart osStart(volume, {line.mapperName, line.testBoot});
+    OsStart osStart(volume, {line.mapperName, line.testBoot, volume::ActivationFlags(line.mapperOptions)});
     FinishPending(&volume);
     const std::unique_ptr<StateStore> store = MakeStateStore(line, volume);
     const volume::Policy policy = volume.GetPolicy();

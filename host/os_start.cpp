@@ -115,7 +115,7 @@ kro::result_t OsStart::Start()
 
 kro::result_t OsStart::MapVolume()
 {
-    const Error error = m_volume.Activate(m_options.mapperName, m_volumeKey);
+    const Error error = m_volume.Activate(m_options.mapperName, m_options.mapperFlags, m_volumeKey);
     if (error != Error::None) {
         Log(kLogErrors, "The volume cannot be mapped: " + std::string(volume::Describe(error)) + " " +
                             m_volume.LastDetail());

@@ -2,6 +2,7 @@
 // proves nothing; an opened keyslot in this host's own hands does, and so does a test boot.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ struct StartOptions
 {
     std::string mapperName; // empty: a right password is enough, nothing is mapped
     bool testBoot = false;
+    std::uint32_t mapperFlags = 0; // of libcryptsetup
 };
 
 class OsStart

@@ -145,8 +145,9 @@ public:
         return error == Error::None ? body() : error;
     }
 
-    // Maps the volume, with the flags that its header keeps, and proves it: see IsActiveAs.
-    [[nodiscard]] Error Activate(const std::string &mapperName, const Secret &volumeKey);
+    // Maps the volume, with these flags of libcryptsetup and those that its header keeps, and proves it: see
+    // IsActiveAs.
+    [[nodiscard]] Error Activate(const std::string &mapperName, std::uint32_t flags, const Secret &volumeKey);
     // Looked up, not remembered: the name is active, it is this volume, and the device below is ours.
     bool IsActiveAs(const std::string &mapperName) const;
     // Whether Activate could succeed: the device mapper answers, and the name is free or ours.

@@ -8,14 +8,14 @@
 
 namespace volume {
 
-Error Volume::Activate(const std::string &mapperName, const Secret &volumeKey)
+Error Volume::Activate(const std::string &mapperName, std::uint32_t flags, const Secret &volumeKey)
 {
-    std::uint32_t flags = 0;
-    if (const int result = crypt_persistent_flags_get(m_device, CRYPT_FLAGS_ACTIVATION, &flags); result < 0)
+    std::uint32_t kept = 0;
+    if (const int result = crypt_persistent_flags_get(m_device, CRYPT_FLAGS_ACTIVATION, &kept); result < 0)
         return Fault(result);
     const auto activate = [&](std::uint32_t keyring) {
         return crypt_activate_by_volume_key(m_device, mapperName.c_str(), volumeKey.Data(), volumeKey.Size(),
-                                            flags | keyring);
+                                            flags | kept | keyring);
     };
     int result = activate(CRYPT_ACTIVATE_KEYRING_KEY);
     if (result < 0 && result != -EEXIST && result != -EBUSY)

@@ -4,6 +4,7 @@
 #include "scratch_volume.h"
 #include "test_files.h"
 #include "test_main.h"
+#include "volume/mapper_options.h"
 #include "volume/mapping.h"
 #include "volume/text.h"
 #include "volume/user.h"
@@ -146,6 +147,14 @@ private slots:
     }
 
     // Each row but the first spoils one thing in a mapping that is ours.
+    void optionsOfAMapping()
+    {
+        QCOMPARE(volume::ActivationFlags(""), 0u);
+        QCOMPARE(volume::ActivationFlags("luks,no-discard,discards,keyfile=discard,"), 0u);
+        QCOMPARE(volume::ActivationFlags("luks,discard,,initramfs,no-read-workqueue"),
+                 CRYPT_ACTIVATE_ALLOW_DISCARDS | CRYPT_ACTIVATE_NO_READ_WORKQUEUE);
+    }
+
     void aMappingIsLookedUp()
     {
         const std::pair<QString, QByteArray> rows[] = {
