@@ -3,12 +3,12 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "failure.h"
+#include "volume/durable_name.h"
 
 namespace admin {
 namespace {
@@ -21,16 +21,6 @@ bool IsStillAt(const std::string &path, int file, struct stat *status)
     struct stat there;
     return fstat(file, status) == 0 && stat(path.c_str(), &there) == 0 && there.st_dev == status->st_dev &&
            there.st_ino == status->st_ino;
-}
-
-void SynchroniseDirectoryOf(const std::string &path)
-{
-    const int directory =
-        open(std::filesystem::absolute(path).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (directory < 0)
-        return;
-    fsync(directory);
-    close(directory);
 }
 
 } // namespace
@@ -47,7 +37,7 @@ AppendedLine::AppendedLine(const std::string &path, const std::string &line)
         Write((last == '\n' ? "" : "\n") + line + "\n");
         if (fsync(m_file) != 0)
             Fail();
-        SynchroniseDirectoryOf(m_path);
+        volume::MakeNameDurable(m_path);
     } catch (...) {
         [[maybe_unused]] const int result = ftruncate(m_file, m_formerSize);
         close(m_file);

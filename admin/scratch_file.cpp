@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 
 #include "failure.h"
 #include "signals.h"
+#include "volume/durable_name.h"
 
 namespace admin {
 namespace {
@@ -88,7 +88,7 @@ void ScratchFile::FinishNew()
             Fail("cannot be created");
     }
     m_finished = true;
-    SynchroniseDirectory();
+    volume::MakeNameDurable(m_finalPath);
 }
 
 void ScratchFile::FinishReplacing()
@@ -97,24 +97,13 @@ void ScratchFile::FinishReplacing()
     if (rename(m_path.c_str(), m_finalPath.c_str()) != 0)
         Fail("cannot be written");
     m_finished = true;
-    SynchroniseDirectory();
+    volume::MakeNameDurable(m_finalPath);
 }
 
 void ScratchFile::Synchronise() const
 {
     if (fsync(m_file) != 0)
         Fail("cannot be written");
-}
-
-// So that the name survives a loss of power; not every file system can, and the file is complete either way.
-void ScratchFile::SynchroniseDirectory() const
-{
-    const std::filesystem::path directory = std::filesystem::absolute(m_finalPath).parent_path();
-    const int file = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (file < 0)
-        return;
-    fsync(file);
-    close(file);
 }
 
 void ScratchFile::Fail(const char *what) const

@@ -26,7 +26,6 @@ public:
 
 private:
     void Synchronise() const;
-    void SynchroniseDirectory() const;
     [[noreturn]] void Fail(const char *what) const;
 
     std::string m_finalPath;

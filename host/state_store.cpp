@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "pbe/files.h"
+#include "volume/durable_name.h"
 
 namespace host {
 namespace {
@@ -37,23 +38,13 @@ bool WriteFile(const std::string &name, std::string_view bytes)
     return close(file) == 0 && written;
 }
 
-// A name that was just changed is on the disk when its directory is.
-void Synchronize(const std::filesystem::path &directory)
-{
-    const int file = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (file < 0)
-        return;
-    fsync(file);
-    close(file);
-}
-
 // A root without settings or texts has no such directory yet; guessing is to be slowed down there, too.
 bool MakeDirectory(const std::filesystem::path &directory)
 {
     constexpr mode_t kReadableByAll = 0755;
     if (mkdir(directory.c_str(), kReadableByAll) != 0)
         return errno == EEXIST;
-    Synchronize(directory.parent_path());
+    volume::MakeNameDurable(directory);
     return true;
 }
 
@@ -79,7 +70,7 @@ bool FileStateStore::Write(const LoginState &state)
     if (name.empty() || !MakeDirectory(directory) || !WriteFile(fresh, EncodeLoginState(state)) ||
         std::rename(fresh.c_str(), name.c_str()) != 0)
         return false;
-    Synchronize(directory);
+    volume::MakeNameDurable(name);
     return true;
 }
 
