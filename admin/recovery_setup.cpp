@@ -41,7 +41,9 @@ void SetUp(const RecoveryOptions &options, Check check)
         check(*volume); // another administrator may have been quicker
         return recovery::SetUp(*volume, volumeKey, administrator, keep);
     });
-    if (record && (error == volume::Error::None || error == volume::Error::OldPasswordStays))
+    // Where the header's state is not known the record may be the one that answers.
+    if (record && (error == volume::Error::None || error == volume::Error::OldPasswordStays ||
+                   error == volume::Error::NotUndone))
         record->Keep();
     if (error == volume::Error::OldPasswordStays)
         throw Failure(options.volume + ": renewed, but the former secret still opens it; renew once more");

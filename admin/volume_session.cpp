@@ -2,9 +2,8 @@
 
 #include "commands.h"
 #include "failure.h"
-#include "recovery/volume_recovery.h"
+#include "interrupted_changes.h"
 #include "signals.h"
-#include "token/volume_tokens.h"
 
 namespace admin {
 
@@ -28,9 +27,7 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
     std::unique_ptr<Volume> volume = OpenVolume(path);
     Require(volume->CheckWritable(), path);
     const HeldSignals held;
-    Require(volume->FinishPending(), *volume);
-    Require(recovery::FinishPending(*volume), *volume);
-    Require(token::FinishPending(*volume), *volume);
+    Require(FinishInterruptedChanges(*volume), *volume);
     return volume;
 }
 

@@ -26,7 +26,9 @@ std::uint32_t BusinessLogic::ViewOptions() const
     const std::vector<volume::User> users = m_osStart.GetVolume().Users();
     const bool hasPasswords = std::any_of(users.begin(), users.end(),
                                           [](const volume::User &user) { return !user.keyslots.empty(); });
-    return (hasPasswords && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
+    // Whoever lost the password, be it with the power in the middle of a change, resets it from that page.
+    const bool hasWay = hasPasswords || recovery::Find(m_osStart.GetVolume()).has_value();
+    return (hasWay && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
            (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 

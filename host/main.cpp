@@ -7,15 +7,14 @@
 #include "business_logic.h"
 #include "command_line.h"
 #include "guarded.h"
+#include "interrupted_changes.h"
 #include "last_login.h"
 #include "log.h"
 #include "module.h"
 #include "pbe/files.h"
 #include "pbe/log.h"
-#include "recovery/volume_recovery.h"
 #include "stop_signals.h"
 #include "volume/mapper_options.h"
-#include "token/volume_tokens.h"
 #include "volume/process_protection.h"
 #include "volume/text.h"
 
@@ -69,11 +68,7 @@ kro::result_t RunView(const Module &module, BusinessLogic *logic)
 // The volume's header is whole before anybody logs on. Where it cannot be written that has to wait.
 void FinishPending(volume::Volume *volume)
 {
-    volume::Error error = volume->FinishPending();
-    if (error == volume::Error::None)
-        error = recovery::FinishPending(*volume);
-    if (error == volume::Error::None)
-        error = token::FinishPending(*volume);
+    const volume::Error error = FinishInterruptedChanges(*volume);
     if (error != volume::Error::None)
         Log(kLogErrors, std::string("An interrupted change cannot be finished: ") + volume::Describe(error));
 }

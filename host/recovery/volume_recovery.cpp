@@ -8,14 +8,17 @@ namespace {
 using volume::Error;
 using volume::Volume;
 
+// With only those of their keyslots that open the volume.
 std::vector<Found> FindAll(const Volume &volume)
 {
     std::vector<Found> all;
     const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
     for (const volume::Object &object : volume.Objects(kObjectType)) {
         auto enrolment = uuid ? DecodeEnrolment(object.json, *uuid) : std::nullopt;
-        if (enrolment)
-            all.push_back({std::move(*enrolment), object.number});
+        if (!enrolment)
+            continue;
+        enrolment->keyslots = volume.UsableKeyslots(enrolment->keyslots);
+        all.push_back({std::move(*enrolment), object.number});
     }
     return all;
 }
@@ -28,7 +31,7 @@ Error Write(Volume &volume, const Enrolment &enrolment, int *object)
 Error UndoPending(Volume &volume, Found found)
 {
     const int pending = *found.enrolment.pending;
-    if (volume.IsAnnounced(pending, found.object)) {
+    if (volume.IsAnnounced(pending, volume::KeyCost::ForRandomSecret().ToText())) {
         if (const Error error = volume.RemoveKeyslot(pending); error != Error::None)
             return error;
     }
@@ -39,16 +42,17 @@ Error UndoPending(Volume &volume, Found found)
 }
 
 // All but the first.
-std::vector<int> FormerKeyslots(const Volume &volume, const std::vector<int> &keyslots, int object)
+std::vector<int> FormerKeyslots(const Volume &volume, const Found &found)
 {
+    const std::vector<int> &keyslots = found.enrolment.keyslots;
     std::vector<int> former(keyslots.begin() + !keyslots.empty(), keyslots.end());
-    std::erase_if(former, [&](int keyslot) { return !volume.IsAnnounced(keyslot, object); });
+    std::erase_if(former, [&](int keyslot) { return !volume.IsOwned(keyslot, found.object); });
     return former;
 }
 
-Error RemoveFormer(Volume &volume, const std::vector<int> &keyslots, int object)
+Error RemoveFormer(Volume &volume, const Found &found)
 {
-    for (int keyslot : FormerKeyslots(volume, keyslots, object)) {
+    for (int keyslot : FormerKeyslots(volume, found)) {
         if (const Error error = volume.RemoveKeyslot(keyslot); error != Error::None)
             return error;
     }
@@ -57,80 +61,55 @@ Error RemoveFormer(Volume &volume, const std::vector<int> &keyslots, int object)
 
 bool IsUnfinished(const Volume &volume, const Found &found)
 {
-    return found.enrolment.pending || !FormerKeyslots(volume, found.enrolment.keyslots, found.object).empty();
+    return found.enrolment.pending || !FormerKeyslots(volume, found).empty();
 }
 
 Error Finish(Volume &volume, const Found &found)
 {
-    return found.enrolment.pending ? UndoPending(volume, found)
-                                   : RemoveFormer(volume, found.enrolment.keyslots, found.object);
+    return found.enrolment.pending ? UndoPending(volume, found) : RemoveFormer(volume, found);
 }
 
 // One way to a secret that is kept: the keyslot, the record, the object, each known to be there before the
 // next is written.
-class SetUpRun
+class SetUpRun final : public volume::KeyslotOwner
 {
 public:
-    SetUpRun(Volume &volume, const Identity &identity, const PublicKey &administrator)
+    SetUpRun(Volume &volume, const Identity &identity, const PublicKey &administrator, const Keep &keep)
         : m_volume(volume)
         , m_former(Find(volume))
         , m_fresh{identity, administrator, {}, false, {}}
+        , m_keep(keep)
         , m_object(m_former ? m_former->object : -1)
     {
+        Randomise({m_secret.Data(), m_secret.View().size()});
     }
 
-    Error Run(const volume::Secret &volumeKey, const Keep &keep)
+    Error Run(const volume::Secret &volumeKey)
     {
-        RecoverySecret secret;
-        Randomise({secret.Data(), secret.View().size()});
-        Error error = Announce();
+        // A renewal needs its keyslot for a moment only.
+        const std::size_t bytes = EncodeEnrolment(m_fresh).size() + volume::kKeyslotBytes;
+        Error error = m_former ? Error::None : m_volume.CheckRoom({1, 1, bytes});
+        if (error == Error::None)
+            error = m_volume.AddKeyslot(volumeKey, PassphraseOf(m_secret), volume::KeyCost::ForRandomSecret(),
+                                        *this);
         if (error != Error::None)
             return error;
-        try {
-            error = AddKeyslot(volumeKey, secret);
-            if (error == Error::None) {
-                keep(m_fresh.identity, secret);
-                error = Accept();
-            }
-        } catch (...) {
-            Undo();
-            throw;
-        }
-        if (error != Error::None)
-            Undo();
-        return error == Error::None && RemoveFormer(m_volume, m_fresh.keyslots, m_object) != Error::None
-                   ? Error::OldPasswordStays
-                   : error;
+        return RemoveFormer(m_volume, {m_fresh, m_object}) == Error::None ? Error::None
+                                                                          : Error::OldPasswordStays;
     }
 
-private:
-    // Says which keyslot is about to be added, so that it can be found should the power go.
-    Error Announce()
+    Error Announce(int keyslot, const volume::KeyCost &) override
     {
         Enrolment announced = m_former ? m_former->enrolment : m_fresh;
-        const int next = m_volume.FindFreeKeyslot();
-        if (next < 0)
-            return Error::NoSpace;
-        announced.pending = next;
-        const std::size_t bytes = EncodeEnrolment(announced).size() + volume::kKeyslotBytes;
-        // A renewal needs its keyslot for a moment only.
-        const Error error = m_former ? Error::None : m_volume.CheckRoom({1, 1, bytes});
-        return error == Error::None ? Write(m_volume, announced, &m_object) : error;
+        announced.pending = keyslot;
+        return Write(m_volume, announced, &m_object);
     }
 
-    Error AddKeyslot(const volume::Secret &volumeKey, const RecoverySecret &secret)
+    Error Accept(int keyslot) override
     {
-        int keyslot = -1;
-        const Error error = m_volume.AddKeyslot(volumeKey, PassphraseOf(secret),
-                                                volume::KeyCost::ForRandomSecret(), &keyslot);
-        if (error == Error::None)
-            m_fresh.keyslots = {keyslot};
-        return error;
-    }
-
-    Error Accept()
-    {
+        m_keep(m_fresh.identity, m_secret);
         Enrolment accepted = m_fresh;
+        accepted.keyslots = {keyslot};
         if (m_former)
             accepted.keyslots.insert(accepted.keyslots.end(), m_former->enrolment.keyslots.begin(),
                                      m_former->enrolment.keyslots.end());
@@ -140,20 +119,17 @@ private:
         return error;
     }
 
-    // What fails here as well, FinishPending does later.
-    void Undo()
+    Error Withdraw() override
     {
-        for (int keyslot : m_fresh.keyslots) {
-            if (m_volume.RemoveKeyslot(keyslot) != Error::None)
-                return;
-        }
-        [[maybe_unused]] const Error error =
-            m_former ? Write(m_volume, m_former->enrolment, &m_object) : m_volume.RemoveObject(m_object);
+        return m_former ? Write(m_volume, m_former->enrolment, &m_object) : m_volume.RemoveObject(m_object);
     }
 
+private:
     Volume &m_volume;
     std::optional<Found> m_former;
     Enrolment m_fresh;
+    const Keep &m_keep;
+    RecoverySecret m_secret;
     int m_object;
 };
 
@@ -161,14 +137,8 @@ private:
 
 std::optional<Found> Find(const Volume &volume)
 {
-    const std::vector<volume::Keyslot> keyslots = volume.Keyslots();
     for (Found &found : FindAll(volume)) {
-        const bool usable =
-            !found.enrolment.keyslots.empty() &&
-            std::any_of(keyslots.begin(), keyslots.end(), [&](const volume::Keyslot &keyslot) {
-                return keyslot.number == found.enrolment.keyslots.front() && keyslot.opensVolume;
-            });
-        if (usable)
+        if (!found.enrolment.keyslots.empty())
             return std::move(found);
     }
     return std::nullopt;
@@ -184,7 +154,7 @@ Error SetUp(Volume &volume, const volume::Secret &volumeKey, const PublicKey &ad
     Randomise(identity.binding);
     return volume.Change([&] {
         const Error error = FinishPending(volume);
-        return error == Error::None ? SetUpRun(volume, identity, administrator).Run(volumeKey, keep) : error;
+        return error == Error::None ? SetUpRun(volume, identity, administrator, keep).Run(volumeKey) : error;
     });
 }
 

@@ -88,38 +88,77 @@ volume::Error Accept(Volume &volume, User owner)
     return error == volume::Error::None ? WriteOwner(volume, &owner) : error;
 }
 
-// What is left of a token that does not open the volume. The owner's object goes last: while it is there,
-// this is not done.
-volume::Error Drop(Volume &volume, const User &owner)
+// What is left of a token whose keyslot is gone. The owner's object goes last: while it is there, this is not
+// done.
+volume::Error DropObjects(Volume &volume, const User &owner)
 {
-    volume::Error error = volume::Error::None;
-    if (owner.pending && volume.IsAnnounced(*owner.pending, owner.object))
-        error = volume.RemoveKeyslot(*owner.pending);
-    if (error == volume::Error::None)
-        error = RemoveEnrolmentsWithoutKeyslot(volume);
+    volume::Error error = RemoveEnrolmentsWithoutKeyslot(volume);
     if (error == volume::Error::None)
         error = RemoveIdleUser(volume, owner.name);
     return error == volume::Error::None ? volume.RemoveObject(owner.object) : error;
 }
 
-volume::Error AddEnrolledKeyslot(Volume &volume, const volume::Secret &volumeKey, const Wrapped &wrapped,
-                                 int *keyslot)
+volume::Error Drop(Volume &volume, const User &owner)
 {
-    const volume::Error error =
-        volume.AddKeyslot(volumeKey, wrapped.passphrase, volume::KeyCost::ForRandomSecret(), keyslot);
-    if (error != volume::Error::None)
-        return error;
-    Enrolment enrolment = wrapped.enrolment;
-    enrolment.keyslots = {*keyslot};
-    int object = -1;
-    return volume.WriteObject(EncodeEnrolment(enrolment), &object);
+    volume::Error error = volume::Error::None;
+    if (owner.pending && volume.IsAnnounced(*owner.pending, volume::KeyCost::ForRandomSecret().ToText()))
+        error = volume.RemoveKeyslot(*owner.pending);
+    return error == volume::Error::None ? DropObjects(volume, owner) : error;
 }
+
+// A token that gets its keyslot. The owner's object announces it; FinishPending makes of it what came about.
+class TokenOwner final : public volume::KeyslotOwner
+{
+public:
+    TokenOwner(Volume &volume, const Wrapped &wrapped, const UserName &name)
+        : m_volume(volume)
+        , m_enrolment(wrapped.enrolment)
+        , m_owner{name, {}, {}}
+    {
+    }
+
+    int Keyslot() const { return m_owner.pending.value_or(-1); }
+
+    volume::Error Announce(int keyslot, const volume::KeyCost &) override
+    {
+        m_owner.pending = keyslot;
+        const volume::Error error = m_object < 0 ? volume::Error::None : m_volume.RemoveObject(m_object);
+        return error == volume::Error::None ? WriteOwner(m_volume, &m_owner) : error;
+    }
+    volume::Error Accept(int keyslot) override
+    {
+        m_enrolment.keyslots = {keyslot};
+        const volume::Error error = m_volume.WriteObject(EncodeEnrolment(m_enrolment), &m_object);
+        return error == volume::Error::None ? token::Accept(m_volume, m_owner) : error;
+    }
+    volume::Error Withdraw() override { return DropObjects(m_volume, m_owner); }
+
+private:
+    Volume &m_volume;
+    Enrolment m_enrolment;
+    User m_owner;
+    int m_object = -1; // the enrolment's
+};
 
 std::vector<User> Unfinished(const Volume &volume)
 {
     std::vector<User> owners = volume.Users(kOwnerType);
     std::erase_if(owners, [](const User &owner) { return !owner.keyslots.empty(); });
     return owners;
+}
+
+// The keyslots of tokens whose owner is being removed.
+std::vector<int> TokensOfRemoved(const Volume &volume)
+{
+    std::vector<int> keyslots;
+    for (const VolumeToken &token : TokensOf(volume)) {
+        const std::optional<User> owner = volume.FindUser(token.owner);
+        if (!owner || !owner->removing || volume.CheckRemoval(*owner) != volume::Error::None)
+            continue;
+        const std::vector<int> usable = volume.UsableKeyslots(token.enrolment.keyslots);
+        keyslots.insert(keyslots.end(), usable.begin(), usable.end());
+    }
+    return keyslots;
 }
 
 } // namespace
@@ -136,20 +175,18 @@ std::vector<VolumeToken> TokensOf(const Volume &volume)
     return tokens;
 }
 
-// The owner's object announces the keyslot; FinishPending makes of it what came about.
 volume::Error AddToken(Volume &volume, const volume::Secret &volumeKey, const Wrapped &wrapped,
                        const UserName &name, int *keyslot)
 {
     return volume.Change([&] {
-        User owner{name, {}, volume.FindFreeKeyslot()};
-        volume::Error error = volume.CheckRoom(RoomFor(volume, wrapped, owner));
+        TokenOwner owner(volume, wrapped, name);
+        volume::Error error =
+            volume.CheckRoom(RoomFor(volume, wrapped, {name, {}, volume::kMaxKeyslots - 1}));
         if (error == volume::Error::None)
-            error = WriteOwner(volume, &owner);
-        if (error != volume::Error::None)
-            return error;
-        error = AddEnrolledKeyslot(volume, volumeKey, wrapped, keyslot);
-        const volume::Error finished = FinishPending(volume);
-        return error == volume::Error::None ? finished : error;
+            error =
+                volume.AddKeyslot(volumeKey, wrapped.passphrase, volume::KeyCost::ForRandomSecret(), owner);
+        *keyslot = owner.Keyslot();
+        return error;
     });
 }
 
@@ -165,21 +202,17 @@ volume::Error RemoveToken(Volume &volume, int keyslot)
 
 volume::Error RemoveUser(Volume &volume, const UserName &name)
 {
-    for (const VolumeToken &token : TokensOf(volume)) {
-        if (!(token.owner == name))
-            continue;
-        for (const int keyslot : token.enrolment.keyslots) {
-            if (const volume::Error error = RemoveToken(volume, keyslot); error != volume::Error::None)
-                return error;
-        }
-    }
-    // The last token of a user without a password has taken the user along.
-    return volume.FindUser(name) ? volume.RemoveUser(name) : volume::Error::None;
+    return volume.Change([&] {
+        volume::Error error = volume.AnnounceRemoval(name);
+        if (error == volume::Error::None)
+            error = FinishPending(volume);
+        return error == volume::Error::None ? volume.FinishPending() : error;
+    });
 }
 
 volume::Error FinishPending(Volume &volume)
 {
-    if (Unfinished(volume).empty())
+    if (Unfinished(volume).empty() && TokensOfRemoved(volume).empty())
         return volume::Error::None;
     return volume.Change([&] {
         volume::Error error = volume::Error::None;
@@ -187,6 +220,10 @@ volume::Error FinishPending(Volume &volume)
             const bool enrolled = owner.pending && IsEnrolled(volume, *owner.pending);
             if (error == volume::Error::None)
                 error = enrolled ? Accept(volume, owner) : Drop(volume, owner);
+        }
+        for (const int keyslot : TokensOfRemoved(volume)) {
+            if (error == volume::Error::None)
+                error = RemoveToken(volume, keyslot);
         }
         return error;
     });

@@ -26,12 +26,11 @@ std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
 // Takes a token's keyslot away, with its objects, and with its owner when that one has no other way in.
 [[nodiscard]] volume::Error RemoveToken(volume::Volume &volume, int keyslot);
 
-// Takes a user away with all tokens and the password. The tokens go first: a loss of power between leaves a
-// user who can be removed again, not a token that still logs somebody on.
+// Takes a user away with all tokens and the password. What a loss of power leaves of it FinishPending and
+// then the volume's own finish; the tokens go first, so that none still logs somebody on.
 [[nodiscard]] volume::Error RemoveUser(volume::Volume &volume, const volume::UserName &name);
 
-// Finishes or undoes what a loss of power interrupted; to be called at each start where the header is
-// writable. Writes nothing when there is nothing to do.
+// Finishes or undoes what a loss of power interrupted. Writes nothing when there is nothing to do.
 [[nodiscard]] volume::Error FinishPending(volume::Volume &volume);
 
 } // namespace token

@@ -42,8 +42,16 @@ const char *Describe(Error error)
         return "the new password is the old one; choose another one";
     case Error::NotProven:
         return "what was written does not open the volume, and was undone; check the disk";
+    case Error::NotUndone:
+        return "the disk failed in the middle of a change; check the disk, then try again";
     case Error::OldPasswordStays:
         return "the new password counts, but the old one could not be removed; check the disk and try again";
+    case Error::Reencrypting:
+        return "the volume is being re-encrypted; finish that with cryptsetup reencrypt --resume-only first";
+    case Error::ForeignRequirement:
+        return "the LUKS2 header requires what this program does not know; use the tool that set it up";
+    case Error::ForeignKeyslot:
+        return "the keyslot holds another key than the volume's; use the tool that added it";
     case Error::NameTaken:
         return "the mapper name is taken by another device; choose another name";
     case Error::NoDeviceMapper:

@@ -23,7 +23,11 @@ enum class Error {
     PasswordTooShort,  // for the volume's policy
     PasswordUnchanged, // though the volume's policy asks for another
     NotProven,         // a new keyslot did not open on a second look; nothing was changed
+    NotUndone,         // a change failed in the middle; FinishPending undoes or finishes it
     OldPasswordStays,  // the new password counts, but the old one opens until FinishPending has succeeded
+    Reencrypting,
+    ForeignRequirement, // the header asks its readers for something that we do not know
+    ForeignKeyslot,     // holds another key than the volume's
     NameTaken,
     NoDeviceMapper,
     Failed,

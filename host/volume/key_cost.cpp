@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <thread>
-#include <tuple>
 
 #include <libcryptsetup.h>
 
@@ -16,6 +15,7 @@ constexpr std::uint64_t kMemoryShare = 4;        // of the computer's memory: on
 constexpr std::uint64_t kMinMemory = 32;
 constexpr std::uint32_t kMaxThreads = 4;
 constexpr std::uint32_t kRandomSecretIterations = 1000;
+constexpr std::size_t kSaltBytes = 32;
 
 } // namespace
 
@@ -54,7 +54,7 @@ bool KeyCost::OfKeyslot(crypt_device *device, int keyslot, KeyCost *cost)
     return true;
 }
 
-int KeyCost::ApplyTo(crypt_device *device) const
+crypt_pbkdf_type KeyCost::Parameters() const
 {
     crypt_pbkdf_type type{};
     type.type = m_type.c_str();
@@ -64,15 +64,37 @@ int KeyCost::ApplyTo(crypt_device *device) const
     type.max_memory_kb = m_memory;
     type.parallel_threads = m_threads;
     type.flags = m_iterations > 0 ? CRYPT_PBKDF_NO_BENCHMARK : 0;
+    return type;
+}
+
+int KeyCost::Measure(crypt_device *device)
+{
+    constexpr char kSample[] = "measures the computer, not the password";
+    if (m_iterations > 0)
+        return 0;
+    crypt_pbkdf_type type = Parameters();
+    const int keyBytes = crypt_get_volume_key_size(device);
+    const int result =
+        crypt_benchmark_pbkdf(device, &type, kSample, sizeof kSample, kSample, kSaltBytes,
+                              static_cast<std::size_t>(std::max(keyBytes, 1)), nullptr, nullptr);
+    if (result < 0)
+        return result;
+    m_milliseconds = 0;
+    m_iterations = type.iterations;
+    m_memory = type.max_memory_kb;
+    m_threads = type.parallel_threads;
+    return 0;
+}
+
+int KeyCost::ApplyTo(crypt_device *device) const
+{
+    const crypt_pbkdf_type type = Parameters();
     return crypt_set_pbkdf_type(device, &type);
 }
 
-bool KeyCost::operator==(const KeyCost &other) const
+std::string KeyCost::ToText() const
 {
-    const auto work = [](const KeyCost &cost) {
-        return std::tie(cost.m_type, cost.m_hash, cost.m_milliseconds, cost.m_iterations, cost.m_memory);
-    };
-    return work(*this) == work(other);
+    return m_type + ' ' + m_hash + ' ' + std::to_string(m_iterations) + ' ' + std::to_string(m_memory);
 }
 
 bool KeyCost::ExceedsMemory() const

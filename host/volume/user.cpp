@@ -100,6 +100,8 @@ std::optional<User> DecodeUser(std::string_view text, std::string_view type)
     decoded.pending = pending == object.end() ? std::nullopt : DecodeKeyslot(*pending);
     decoded.isNew = object.value("new", json()) == true;
     decoded.changed = DecodeTime(object);
+    decoded.pendingCost = TextMember(object, "cost").value_or("");
+    decoded.removing = object.value("removing", json()) == true;
     return decoded;
 }
 
@@ -112,10 +114,14 @@ std::string EncodeUser(const User &user, std::string_view type)
         {"type", type}, {"keyslots", keyslots}, {"domain", user.name.domain}, {"user", user.name.user}};
     if (user.pending)
         object["pending"] = std::to_string(*user.pending);
+    if (user.pending && !user.pendingCost.empty())
+        object["cost"] = user.pendingCost;
     if (user.isNew)
         object["new"] = true;
     if (user.changed)
         object["changed"] = *user.changed;
+    if (user.removing)
+        object["removing"] = true;
     return object.dump();
 }
 

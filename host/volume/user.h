@@ -32,6 +32,8 @@ struct User
     std::optional<int> pending{};          // the keyslot that a change under way is about to add
     bool isNew = false;                    // while its first keyslot is pending
     std::optional<std::int64_t> changed{}; // when the password was last set, in seconds since 1970
+    std::string pendingCost{};             // of the pending keyslot: KeyCost::ToText
+    bool removing = false;                 // its removal has begun and is to be finished
     int object = -1;                       // its number in the header; -1 when it is in none
 };
 

@@ -16,13 +16,14 @@
 #include <string_view>
 #include <vector>
 
+#include "announced_keyslot.h"
 #include "error.h"
+#include "header_writer.h"
 #include "key_cost.h"
 #include "policy.h"
 #include "room.h"
 #include "secret.h"
 #include "user.h"
-#include "write_lock.h"
 
 struct crypt_device;
 
@@ -83,7 +84,8 @@ public:
     [[nodiscard]] Error Authorise(const Secret &passphrase, Secret *volumeKey,
                                   const std::vector<int> &except = {});
 
-    // Whether the header can be changed here; the library itself finds out late and cannot say why.
+    // Whether the header can be changed here and may be; the library itself finds out late and cannot say
+    // why.
     [[nodiscard]] Error CheckWritable() const;
     // Finishes or undoes what a loss of power interrupted; to be called at each start where the header is
     // writable. Writes nothing when there is nothing to do.
@@ -97,6 +99,8 @@ public:
     // With the user's keyslots. LastWayIn when no other password would open the volume.
     [[nodiscard]] Error RemoveUser(const UserName &name);
     [[nodiscard]] Error CheckRemoval(const User &user) const;
+    // Whatever happens from here on, FinishPending removes the user. LastWayIn as above.
+    [[nodiscard]] Error AnnounceRemoval(const UserName &name);
     // At every instant the old or the new password opens the volume, or with DropOld the way in that the
     // caller has. `volumeKey` is from Login, Authorise or OpenKeyslot.
     [[nodiscard]] Error ReplacePassword(const UserName &name, const Secret &volumeKey, const Secret &password,
@@ -109,21 +113,23 @@ public:
     Policy GetPolicy() const;
     [[nodiscard]] Error SetPolicy(const Policy &policy);
 
-    // For ways in beside the users' passwords. A keyslot for `passphrase`, proven; its number in `*keyslot`.
-    [[nodiscard]] Error AddKeyslot(const Secret &volumeKey, const Secret &passphrase, const KeyCost &cost,
-                                   int *keyslot);
+    // A keyslot for `passphrase`, announced and proven. When it fails it is undone, or NotUndone.
+    [[nodiscard]] Error AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyCost cost,
+                                   KeyslotOwner &owner);
     // Opens this keyslot and no other; `volumeKey` may be null.
     [[nodiscard]] Error OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeKey);
     // Takes it out of the objects that name it, too. LastWayIn when no password would be left.
     [[nodiscard]] Error RemoveKeyslot(int keyslot);
     std::vector<Keyslot> Keyslots() const;
-    // The one that AddKeyslot takes next; -1 when all are taken.
-    int FindFreeKeyslot() const;
+    // Of these the ones that open the volume; others hold another key.
+    std::vector<int> UsableKeyslots(const std::vector<int> &keyslots) const;
     // Whether it opens the volume for a person who knows a password: it is a user's, or in no object at all.
     bool IsWayIn(int keyslot) const;
-    // Whether it is what an object announced before adding a keyslot behind a random secret: in no other
-    // object, and of the cost that only random secrets have. Anything else is somebody else's.
-    bool IsAnnounced(int keyslot, int object) const;
+    // Whether a keyslot that an object has announced was added: it costs what was announced, and no object
+    // names it. Anything else is somebody else's, who has taken the number since.
+    bool IsAnnounced(int keyslot, const std::string &cost) const;
+    // Whether it opens the volume and this object alone names it.
+    bool IsOwned(int keyslot, int object) const;
 
     // All, or those of a type. The header is not trusted: any JSON may stand in them.
     std::vector<Object> Objects(std::string_view type = {}) const;
@@ -138,10 +144,8 @@ public:
     template <typename Body>
     [[nodiscard]] Error Change(Body body)
     {
-        std::shared_ptr<WriteLock> lock;
-        Error error = Lock(&lock);
-        if (error == Error::None)
-            error = Load();
+        std::shared_ptr<HeaderWriter> writer;
+        const Error error = BeginChange(&writer);
         return error == Error::None ? body() : error;
     }
 
@@ -161,34 +165,34 @@ private:
 
     [[nodiscard]] Error Connect();
     [[nodiscard]] Error Load();
-    [[nodiscard]] Error Lock(std::shared_ptr<WriteLock> *lock);
+    [[nodiscard]] Error BeginChange(std::shared_ptr<HeaderWriter> *writer);
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
 
     // These change the header and belong inside Change.
     [[nodiscard]] Error StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
                                      const KeyCost &cost);
     [[nodiscard]] Error DestroyKeyslots(const std::vector<int> &keyslots);
-    [[nodiscard]] Error StoreObject(const std::string &json, int *number);
-    [[nodiscard]] Error DestroyObject(int number);
+    [[nodiscard]] Error UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner);
     [[nodiscard]] Error SetPassword(const User &user, const Secret &volumeKey, const Secret &password,
                                     const KeyCost &cost);
-    [[nodiscard]] Error StoreUser(User *user);
-    [[nodiscard]] Error AcceptPending(User user);
     [[nodiscard]] Error DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &cost);
     [[nodiscard]] Error Finish(const User &user);
+    [[nodiscard]] Error FinishRemoval(User user);
+    [[nodiscard]] Error FinishRemovals();
     [[nodiscard]] Error FinishAll();
 
-    bool OpensVolume(int keyslot) const;
+    int FindFreeKeyslot() const;
     bool IsNamed(int keyslot, int besides = -1) const;
     bool IsUnfinished(const User &user) const;
-    std::vector<int> UsableKeyslots(const User &user) const;
+    std::vector<int> OwnKeyslots(const User &user) const;
+    std::vector<int> FormerKeyslots(const User &user) const;
     int FirstUserKeyslot() const;
     bool LeavesWayIn(const std::vector<int> &withoutKeyslots) const;
     [[nodiscard]] Error ProveKeyslot(int keyslot, const Secret &passphrase) const;
 
     std::string m_path;
     crypt_device *m_device = nullptr;
-    std::weak_ptr<WriteLock> m_lock; // of the change under way
+    std::weak_ptr<HeaderWriter> m_writer; // of the change under way
     std::string m_lastDetail;
     unsigned m_derivations = 0;
 };

@@ -11,6 +11,9 @@ namespace volume {
 Error Volume::Activate(const std::string &mapperName, std::uint32_t flags, const Secret &volumeKey)
 {
     std::uint32_t kept = 0;
+    // There is more than one volume key then, and mapping with one of them would show half of the data.
+    if (CheckChangeable(m_device) == Error::Reencrypting)
+        return Error::Reencrypting;
     if (const int result = crypt_persistent_flags_get(m_device, CRYPT_FLAGS_ACTIVATION, &kept); result < 0)
         return Fault(result);
     const auto activate = [&](std::uint32_t keyring) {

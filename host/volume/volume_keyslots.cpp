@@ -29,13 +29,6 @@ bool Names(const Object &object, int keyslot)
 
 } // namespace
 
-// Keyslots that open another key than the volume's ("unbound") let nobody in.
-bool Volume::OpensVolume(int keyslot) const
-{
-    const crypt_keyslot_info info = crypt_keyslot_status(m_device, keyslot);
-    return info == CRYPT_SLOT_ACTIVE || info == CRYPT_SLOT_ACTIVE_LAST;
-}
-
 // By an object other than the one of the number `besides`.
 bool Volume::IsNamed(int keyslot, int besides) const
 {
@@ -45,11 +38,23 @@ bool Volume::IsNamed(int keyslot, int besides) const
     });
 }
 
-bool Volume::IsAnnounced(int keyslot, int object) const
+bool Volume::IsAnnounced(int keyslot, const std::string &cost) const
 {
-    KeyCost cost;
-    return !IsNamed(keyslot, object) && KeyCost::OfKeyslot(m_device, keyslot, &cost) &&
-           cost == KeyCost::ForRandomSecret();
+    KeyCost its;
+    return OpensVolume(m_device, keyslot) && !IsNamed(keyslot) &&
+           KeyCost::OfKeyslot(m_device, keyslot, &its) && its.ToText() == cost;
+}
+
+bool Volume::IsOwned(int keyslot, int object) const
+{
+    return OpensVolume(m_device, keyslot) && !IsNamed(keyslot, object);
+}
+
+std::vector<int> Volume::UsableKeyslots(const std::vector<int> &keyslots) const
+{
+    std::vector<int> usable = keyslots;
+    std::erase_if(usable, [this](int keyslot) { return !OpensVolume(m_device, keyslot); });
+    return usable;
 }
 
 std::vector<Keyslot> Volume::Keyslots() const
@@ -58,7 +63,7 @@ std::vector<Keyslot> Volume::Keyslots() const
     for (int number = 0; number < kMaxKeyslots; ++number) {
         KeyCost cost;
         if (KeyCost::OfKeyslot(m_device, number, &cost))
-            keyslots.push_back({number, OpensVolume(number), cost});
+            keyslots.push_back({number, OpensVolume(m_device, number), cost});
     }
     return keyslots;
 }
@@ -76,7 +81,8 @@ int Volume::FindFreeKeyslot() const
 bool Volume::IsWayIn(int keyslot) const
 {
     const std::vector<Object> objects = Objects();
-    return OpensVolume(keyslot) && std::none_of(objects.begin(), objects.end(), [&](const Object &object) {
+    return OpensVolume(m_device, keyslot) &&
+           std::none_of(objects.begin(), objects.end(), [&](const Object &object) {
                return object.type != kUserObjectType && Names(object, keyslot);
            });
 }
@@ -93,14 +99,13 @@ bool Volume::LeavesWayIn(const std::vector<int> &withoutKeyslots) const
 Error Volume::OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeKey)
 {
     KeyCost cost;
-    if (!OpensVolume(keyslot))
+    if (!OpensVolume(m_device, keyslot))
         return Error::WrongPassword;
     if (KeyCost::OfKeyslot(m_device, keyslot, &cost) && cost.ExceedsMemory())
         return Error::OutOfMemory;
     ++m_derivations;
-    const int result = volumeKey ? OpenVolumeKey(m_device, keyslot, passphrase, volumeKey)
-                                 : crypt_activate_by_passphrase(m_device, nullptr, keyslot, passphrase.Data(),
-                                                                passphrase.Size(), 0);
+    Secret discarded;
+    const int result = OpenVolumeKey(m_device, keyslot, passphrase, volumeKey ? volumeKey : &discarded);
     return result < 0 ? Fault(result) : Error::None;
 }
 
@@ -122,19 +127,8 @@ Error Volume::Authorise(const Secret &passphrase, Secret *volumeKey, const std::
 Error Volume::StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
                            const KeyCost &cost)
 {
-    if (cost.ExceedsMemory())
-        return Error::OutOfMemory;
-    int result = cost.ApplyTo(m_device);
-    if (result >= 0)
-        result = crypt_keyslot_add_by_volume_key(m_device, keyslot,
-                                                 volumeKey.IsEmpty() ? nullptr : volumeKey.Data(),
-                                                 volumeKey.Size(), passphrase.Data(), passphrase.Size());
-    if (result < 0)
-        return Fault(result);
-    const Error error = ProveKeyslot(keyslot, passphrase);
-    if (error != Error::None)
-        crypt_keyslot_destroy(m_device, keyslot);
-    return error;
+    const Error error = m_writer.lock()->AddKeyslot(keyslot, volumeKey, passphrase, cost);
+    return error == Error::None ? ProveKeyslot(keyslot, passphrase) : error;
 }
 
 // As the next start will see it.
@@ -147,23 +141,48 @@ Error Volume::ProveKeyslot(int keyslot, const Secret &passphrase) const
     return error == Error::WrongPassword ? Error::NotProven : error;
 }
 
-// The library takes a destroyed keyslot out of the objects that name it, in the same write.
 Error Volume::DestroyKeyslots(const std::vector<int> &keyslots)
 {
     for (int keyslot : keyslots) {
-        if (crypt_keyslot_status(m_device, keyslot) == CRYPT_SLOT_INACTIVE)
-            continue;
-        if (const int result = crypt_keyslot_destroy(m_device, keyslot); result < 0)
-            return Fault(result);
+        if (const Error error = m_writer.lock()->DestroyKeyslot(keyslot); error != Error::None)
+            return error;
     }
     return Error::None;
 }
 
-Error Volume::AddKeyslot(const Secret &volumeKey, const Secret &passphrase, const KeyCost &cost, int *keyslot)
+Error Volume::AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyCost cost, KeyslotOwner &owner)
 {
     return Change([&] {
-        *keyslot = FindFreeKeyslot();
-        return *keyslot < 0 ? Error::NoSpace : StoreKeyslot(*keyslot, volumeKey, passphrase, cost);
+        const int keyslot = FindFreeKeyslot();
+        if (keyslot < 0)
+            return Error::NoSpace;
+        if (const int result = cost.Measure(m_device); result < 0)
+            return Fault(result);
+        Error error = owner.Announce(keyslot, cost);
+        try {
+            if (error == Error::None)
+                error = StoreKeyslot(keyslot, volumeKey, passphrase, cost);
+            if (error == Error::None)
+                error = owner.Accept(keyslot);
+        } catch (...) {
+            [[maybe_unused]] const Error undone = UndoKeyslot(keyslot, cost, owner);
+            throw;
+        }
+        if (error == Error::None)
+            return error;
+        return UndoKeyslot(keyslot, cost, owner) == Error::None ? error : Error::NotUndone;
+    });
+}
+
+// A write that failed may have reached the disk or a part of it, so what the header holds now decides. What
+// fails here as well stays announced, and FinishPending does it later.
+Error Volume::UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner)
+{
+    return Change([&] {
+        Error error = owner.Announce(keyslot, cost); // it may have been accepted
+        if (error == Error::None && IsAnnounced(keyslot, cost.ToText()))
+            error = DestroyKeyslots({keyslot});
+        return error == Error::None ? owner.Withdraw() : error;
     });
 }
 

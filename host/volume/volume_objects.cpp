@@ -26,29 +26,14 @@ std::vector<Object> Volume::Objects(std::string_view type) const
     return objects;
 }
 
-Error Volume::StoreObject(const std::string &json, int *number)
-{
-    const int result = crypt_token_json_set(m_device, *number < 0 ? CRYPT_ANY_TOKEN : *number, json.c_str());
-    if (result < 0)
-        return Fault(result);
-    *number = result;
-    return Error::None;
-}
-
-Error Volume::DestroyObject(int number)
-{
-    const int result = crypt_token_json_set(m_device, number, nullptr);
-    return result < 0 ? Fault(result) : Error::None;
-}
-
 Error Volume::WriteObject(const std::string &json, int *number)
 {
-    return Change([&] { return StoreObject(json, number); });
+    return Change([&] { return m_writer.lock()->StoreObject(json, number); });
 }
 
 Error Volume::RemoveObject(int number)
 {
-    return Change([&] { return DestroyObject(number); });
+    return Change([&] { return m_writer.lock()->DestroyObject(number); });
 }
 
 Room Volume::RoomLeft() const
@@ -79,7 +64,7 @@ Error Volume::SetPolicy(const Policy &policy)
         const std::vector<Object> former = Objects(kPolicyObjectType);
         int number = former.empty() ? -1 : former.front().number;
         const Error error = former.empty() ? CheckRoom({0, 1, json.size()}) : Error::None;
-        return error == Error::None ? StoreObject(json, &number) : error;
+        return error == Error::None ? WriteObject(json, &number) : error;
     });
 }
 

@@ -117,15 +117,19 @@ Error Volume::Load()
     return result == -EINVAL || error == Error::Failed ? Error::HeaderUnreadable : error;
 }
 
-// A change within a change has the lock of the outer one.
-Error Volume::Lock(std::shared_ptr<WriteLock> *lock)
+// A change within a change is part of the outer one, and it too starts from what the header holds now.
+Error Volume::BeginChange(std::shared_ptr<HeaderWriter> *writer)
 {
-    *lock = m_lock.lock();
-    if (*lock)
-        return Error::None;
-    *lock = std::make_shared<WriteLock>();
-    m_lock = *lock;
-    return (*lock)->Take(m_path);
+    Error error = Error::None;
+    *writer = m_writer.lock();
+    if (!*writer) {
+        *writer = std::make_shared<HeaderWriter>(m_device, m_path);
+        m_writer = *writer;
+        error = (*writer)->Lock();
+    }
+    if (error == Error::None)
+        error = Load();
+    return error == Error::None ? CheckChangeable(m_device) : error;
 }
 
 Error Volume::Create(const std::string &path, std::unique_ptr<Volume> *volume)

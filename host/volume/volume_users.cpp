@@ -1,7 +1,6 @@
 #include "volume.h"
 
 #include <algorithm>
-#include <iterator>
 #include <unistd.h>
 
 namespace volume {
@@ -26,18 +25,10 @@ std::optional<User> Volume::FindUser(const UserName &name) const
     return found == users.end() ? std::nullopt : std::optional<User>(*found);
 }
 
-std::vector<int> Volume::UsableKeyslots(const User &user) const
-{
-    std::vector<int> usable;
-    std::copy_if(user.keyslots.begin(), user.keyslots.end(), std::back_inserter(usable),
-                 [this](int keyslot) { return OpensVolume(keyslot); });
-    return usable;
-}
-
 int Volume::FirstUserKeyslot() const
 {
     for (const User &user : Users()) {
-        const std::vector<int> usable = UsableKeyslots(user);
+        const std::vector<int> usable = UsableKeyslots(user.keyslots);
         if (!usable.empty())
             return usable.front();
     }
@@ -47,12 +38,10 @@ int Volume::FirstUserKeyslot() const
 Error Volume::Login(const UserName &name, const Secret &password, Secret *volumeKey)
 {
     const std::optional<User> user = FindUser(name);
-    const std::vector<int> keyslots = user ? UsableKeyslots(*user) : std::vector<int>();
+    const std::vector<int> keyslots = user ? UsableKeyslots(user->keyslots) : std::vector<int>();
     if (keyslots.empty()) {
         const int stranger = FirstUserKeyslot();
-        Secret discarded;
-        const Error error =
-            stranger < 0 ? Error::None : OpenKeyslot(stranger, password, volumeKey ? &discarded : nullptr);
+        const Error error = stranger < 0 ? Error::None : OpenKeyslot(stranger, password, nullptr);
         return error == Error::None ? Error::WrongPassword : error;
     }
     Error error = Error::WrongPassword;
@@ -68,7 +57,7 @@ Error Volume::CheckWritable() const
     const Error error = OpenForWriting(m_path, &file);
     if (error == Error::None)
         close(file);
-    return error;
+    return error == Error::None ? CheckChangeable(m_device) : error;
 }
 
 std::optional<KeyCost> Volume::SharedCost() const

@@ -62,6 +62,11 @@ Error WriteLock::Take(const std::string &path)
     return Error::Busy;
 }
 
+int WriteLock::Flush() const
+{
+    return fsync(m_file) == 0 ? 0 : -errno;
+}
+
 WriteLock::~WriteLock()
 {
     if (m_file >= 0)

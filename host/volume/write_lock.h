@@ -19,6 +19,9 @@ public:
 
     // Waits some seconds for another program to be done. ReadOnly when the volume cannot be written.
     [[nodiscard]] Error Take(const std::string &path);
+    // Waits until all that was written to the volume since is on the disk, whoever wrote it. 0 or a negative
+    // errno value.
+    int Flush() const;
 
 private:
     int m_file = -1;

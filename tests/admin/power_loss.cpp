@@ -1,7 +1,10 @@
 // Preloaded into a program: ends it without a farewell at the write or sync number PBA_POWER_LOSS_AT, as a
 // loss of power would. Only calls on the file PBA_POWER_LOSS_FILE count. The write at which it happens gets
-// half of its bytes to the disk.
+// half of its bytes to the disk. With PBA_POWER_LOSS_ERROR the call fails with that error instead, as a
+// failing disk would have it; where PBA_POWER_LOSS_AT is "syncs", all syncs do.
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
 #include <filesystem>
 #include <unistd.h>
@@ -15,11 +18,13 @@ bool IsTheFile(int file)
     return path && std::filesystem::equivalent(path, "/proc/self/fd/" + std::to_string(file), error);
 }
 
-bool IsTheMoment(int file)
+bool IsTheMoment(int file, std::size_t size)
 {
     static int count = 0;
     const char *at = std::getenv("PBA_POWER_LOSS_AT");
-    return at && IsTheFile(file) && ++count == std::atoi(at);
+    if (!at || !IsTheFile(file))
+        return false;
+    return std::strcmp(at, "syncs") == 0 ? size == 0 : ++count == std::atoi(at);
 }
 
 template <typename Function>
@@ -31,10 +36,14 @@ Function *Next(Function *, const char *name)
 template <typename Call>
 auto Pass(int file, std::size_t size, Call call)
 {
-    if (!IsTheMoment(file))
+    if (!IsTheMoment(file, size))
         return call(size);
-    call(size / 2);
-    _exit(86);
+    auto result = call(size / 2);
+    const char *error = std::getenv("PBA_POWER_LOSS_ERROR");
+    if (!error)
+        _exit(86);
+    errno = std::atoi(error);
+    return result = -1;
 }
 
 } // namespace
