@@ -169,8 +169,6 @@ private:
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
 
     // These change the header and belong inside Change.
-    [[nodiscard]] Error StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
-                                     const KeyCost &cost);
     [[nodiscard]] Error DestroyKeyslots(const std::vector<int> &keyslots);
     [[nodiscard]] Error UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner);
     [[nodiscard]] Error SetPassword(const User &user, const Secret &volumeKey, const Secret &password,

@@ -124,13 +124,6 @@ Error Volume::Authorise(const Secret &passphrase, Secret *volumeKey, const std::
     return answer;
 }
 
-Error Volume::StoreKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
-                           const KeyCost &cost)
-{
-    const Error error = m_writer.lock()->AddKeyslot(keyslot, volumeKey, passphrase, cost);
-    return error == Error::None ? ProveKeyslot(keyslot, passphrase) : error;
-}
-
 // As the next start will see it.
 Error Volume::ProveKeyslot(int keyslot, const Secret &passphrase) const
 {
@@ -161,7 +154,9 @@ Error Volume::AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyC
         Error error = owner.Announce(keyslot, cost);
         try {
             if (error == Error::None)
-                error = StoreKeyslot(keyslot, volumeKey, passphrase, cost);
+                error = m_writer.lock()->AddKeyslot(keyslot, volumeKey, passphrase, cost);
+            if (error == Error::None)
+                error = ProveKeyslot(keyslot, passphrase);
             if (error == Error::None)
                 error = owner.Accept(keyslot);
         } catch (...) {
