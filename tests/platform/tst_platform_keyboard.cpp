@@ -8,7 +8,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "layouts/layout_table.h"
+#include "platform/layouts/layout_table.h"
 #include "pbe/keyboard.h"
 #include "pbe/screen.h"
 
