@@ -1,9 +1,9 @@
-#include "volume_session.h"
+#include "admin/volume_session.h"
 
-#include "commands.h"
-#include "failure.h"
-#include "interrupted_changes.h"
-#include "signals.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "admin/signals.h"
+#include "volume/interrupted_changes.h"
 
 namespace admin {
 

@@ -1,11 +1,11 @@
 // What a loss of power, or a second program, in the middle of a change leaves of a volume.
-#include "interrupted_changes.h"
-#include "recovery/administrator_key.h"
-#include "recovery/escrow_record.h"
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/run_program.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
+#include "volume/interrupted_changes.h"
+#include "volume/recovery/administrator_key.h"
+#include "volume/recovery/escrow_record.h"
 
 using volume::Error;
 
