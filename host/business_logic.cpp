@@ -26,7 +26,7 @@ std::uint32_t BusinessLogic::ViewOptions() const
     const std::vector<volume::User> users = m_osStart.GetVolume().Users();
     const bool hasPasswords = std::any_of(users.begin(), users.end(),
                                           [](const volume::User &user) { return !user.keyslots.empty(); });
-    return (hasPasswords && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
+    return (hasPasswords && m_osStart.TakesPasswords() ? pba::kOptionLoginByPassword : 0) |
            (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 

@@ -16,6 +16,7 @@ enum class Error {
     Busy,    // another program is changing the header
     NoSpace, // Volume::RoomLeft tells what there is
     Vanished,
+    DiskFault, // it cannot be read or written somewhere
     OutOfMemory,
     UserExists,
     NoUser,
@@ -24,6 +25,7 @@ enum class Error {
     PasswordUnchanged, // though the volume's policy asks for another
     NotProven,         // a new keyslot did not open on a second look; nothing was changed
     OldPasswordStays,  // the new password counts, but the old one opens until FinishPending has succeeded
+    Prohibited,        // by whoever started the program
     NameTaken,
     NoDeviceMapper,
     Failed,

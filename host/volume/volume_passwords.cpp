@@ -52,7 +52,7 @@ Error Volume::AcceptPending(User user)
     user.keyslots.insert(user.keyslots.begin(), *user.pending);
     user.pending.reset();
     user.isNew = false;
-    user.changed = std::time(nullptr);
+    user.changed = m_date.value_or(std::time(nullptr));
     return StoreUser(&user);
 }
 
