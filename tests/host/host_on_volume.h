@@ -1,10 +1,10 @@
 // A host around a scratch volume, with a view that records.
 #pragma once
 
-#include "business_logic.h"
-#include "fake_pbe.h"
-#include "scratch_volume.h"
-#include "silent_view.h"
+#include "host/screen/business_logic.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/host/silent_view.h"
 
 // What outlives a host: the memory of failed logins, which may be read-only, and the time.
 class Memory final : public host::StateStore

@@ -1,9 +1,9 @@
 // The host's answers to the view, on a real volume and with a view that records.
 #include <QCryptographicHash>
 
-#include "host_on_volume.h"
-#include "settings_encoder.h"
-#include "test_main.h"
+#include "tests/host/host_on_volume.h"
+#include "settings_format/settings_encoder.h"
+#include "tests/support/test_main.h"
 
 namespace {
 

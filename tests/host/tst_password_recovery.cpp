@@ -1,8 +1,8 @@
 // A forgotten password, from the button to the new one: the host on a real volume, a view that records, and
 // the test in the administrator's place.
-#include "host_on_volume.h"
-#include "recovery/challenge.h"
-#include "test_main.h"
+#include "tests/host/host_on_volume.h"
+#include "volume/recovery/challenge.h"
+#include "tests/support/test_main.h"
 
 using volume::Error;
 

@@ -1,8 +1,8 @@
 // The host's answers about tokens, with real ones and a view that records.
-#include "host_on_volume.h"
-#include "soft_tokens.h"
-#include "test_main.h"
-#include "token/volume_tokens.h"
+#include "tests/host/host_on_volume.h"
+#include "tests/token/soft_tokens.h"
+#include "tests/support/test_main.h"
+#include "volume/token/volume_tokens.h"
 
 namespace {
 
