@@ -34,6 +34,7 @@ struct PolicyOptions
     std::optional<bool> autologonAllowed;
     std::optional<std::uint32_t> freeAttempts;
     std::optional<std::uint32_t> delaySeconds;
+    bool clockReset = false;
     bool json = false;
 };
 

@@ -86,6 +86,6 @@ int main(int argc, char **argv)
         std::fputs("pba_admin: not enough memory\n", stderr);
         return kExitFailed;
     } catch (const std::exception &fault) {
-        return Report({fault.what()}, kExitFailed);
+        return Report({std::string("internal fault, please report it: ") + fault.what()}, kExitFailed);
     }
 }

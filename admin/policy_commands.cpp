@@ -1,5 +1,6 @@
 // What a volume asks of its users' passwords and logins: policy show and policy set.
 #include <algorithm>
+#include <ctime>
 #include <iostream>
 
 #include <nlohmann/json.hpp>
@@ -49,6 +50,21 @@ void AddVolume(CLI::App *command, PolicyOptions *options)
         ->check(CheckNotEmpty);
 }
 
+// How old passwords are that were set while the clock stood in the future is not known: they count as set
+// now.
+volume::Error ResetDates(volume::Volume &volume, std::int64_t now)
+{
+    for (volume::User &user : volume.Users()) {
+        if (user.changed.value_or(now) <= now)
+            continue;
+        user.changed = now;
+        const volume::Error error = volume.WriteObject(volume::EncodeUser(user), &user.object);
+        if (error != volume::Error::None)
+            return error;
+    }
+    return volume::Error::None;
+}
+
 } // namespace
 
 void ShowPolicy(const PolicyOptions &options)
@@ -82,10 +98,18 @@ void SetPolicy(const PolicyOptions &options)
                         Apply(options.expiryDays, &policy.expiryDays),
                         Apply(options.autologonAllowed, &policy.autologonAllowed),
                         Apply(options.freeAttempts, &policy.freeAttempts),
-                        Apply(options.delaySeconds, &policy.delaySeconds)};
+                        Apply(options.delaySeconds, &policy.delaySeconds),
+                        options.clockReset};
+    if (options.clockReset)
+        policy.clockReset = std::time(nullptr);
     if (std::find(std::begin(any), std::end(any), true) == std::end(any))
         throw Failure("nothing to set; see pba_admin policy set --help", kExitUsage);
-    Require(volume->SetPolicy(policy), *volume);
+    const auto change = [&] {
+        const volume::Error error = volume->SetPolicy(policy);
+        return error == volume::Error::None && options.clockReset ? ResetDates(*volume, policy.clockReset)
+                                                                  : error;
+    };
+    Require(volume->Change(change), *volume);
 }
 
 void AddPolicyCommands(CLI::App *app, PolicyOptions *options)
@@ -111,6 +135,9 @@ void AddPolicyCommands(CLI::App *app, PolicyOptions *options)
               volume::kMaxFreeAttempts);
     AddNumber(set, "--delay-seconds", &options->delaySeconds, "Delay after each further one; 0: none", 0,
               volume::kMaxDelaySeconds);
+    set->add_flag("--clock-reset", options->clockReset,
+                  "The date is that of this computer, whatever later one was seen before: after a clock was "
+                  "wrong");
     set->final_callback([options] { SetPolicy(*options); });
 }
 

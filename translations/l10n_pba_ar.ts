@@ -207,5 +207,29 @@
         <source>The new password is saved. It cannot be typed by these keyboard layouts: %1. Choose another layout when you log on.</source>
         <translation>حُفظت كلمة المرور الجديدة. لا يمكن كتابتها بتخطيطات لوحة المفاتيح هذه: ⁨%1⁩. اختر تخطيطًا آخر عند تسجيل الدخول.</translation>
     </message>
+    <message>
+        <source>The disk has a fault</source>
+        <translation>القرص به عطل</translation>
+    </message>
+    <message>
+        <source>The encrypted disk reports errors when it is read or written. Please switch the computer off and contact the system administrator.</source>
+        <translation>يُبلغ القرص المشفّر عن أخطاء عند القراءة أو الكتابة. يُرجى إيقاف تشغيل الكمبيوتر والاتصال بمسؤول النظام.</translation>
+    </message>
+    <message>
+        <source>The disk is in use</source>
+        <translation>القرص قيد الاستخدام</translation>
+    </message>
+    <message>
+        <source>Another program is changing the encrypted disk. Please try again in a few seconds.</source>
+        <translation>يجري برنامج آخر تغييرات على القرص المشفّر. يُرجى المحاولة مرة أخرى بعد بضع ثوانٍ.</translation>
+    </message>
+    <message>
+        <source>The PIN has expired</source>
+        <translation>انتهت صلاحية رقم PIN</translation>
+    </message>
+    <message>
+        <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
+        <translation>يطلب الرمز المميز رقم PIN جديدًا لا يمكن تعيينه هنا. يُرجى الاتصال بمسؤول النظام.</translation>
+    </message>
 </context>
 </TS>

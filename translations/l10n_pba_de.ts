@@ -207,5 +207,29 @@
         <source>The new password is saved. It cannot be typed by these keyboard layouts: %1. Choose another layout when you log on.</source>
         <translation>Das neue Kennwort ist gespeichert. Mit diesen Tastaturbelegungen kann es nicht eingegeben werden: %1. Wählen Sie beim Anmelden eine andere Belegung.</translation>
     </message>
+    <message>
+        <source>The disk has a fault</source>
+        <translation>Der Datenträger hat einen Fehler</translation>
+    </message>
+    <message>
+        <source>The encrypted disk reports errors when it is read or written. Please switch the computer off and contact the system administrator.</source>
+        <translation>Der verschlüsselte Datenträger meldet Fehler beim Lesen oder Schreiben. Bitte schalten Sie den Computer aus und wenden Sie sich an den Systemadministrator.</translation>
+    </message>
+    <message>
+        <source>The disk is in use</source>
+        <translation>Der Datenträger wird gerade verwendet</translation>
+    </message>
+    <message>
+        <source>Another program is changing the encrypted disk. Please try again in a few seconds.</source>
+        <translation>Ein anderes Programm ändert gerade den verschlüsselten Datenträger. Bitte versuchen Sie es in einigen Sekunden erneut.</translation>
+    </message>
+    <message>
+        <source>The PIN has expired</source>
+        <translation>Die PIN ist abgelaufen</translation>
+    </message>
+    <message>
+        <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
+        <translation>Das Token verlangt eine neue PIN, die hier nicht gesetzt werden kann. Bitte wenden Sie sich an den Systemadministrator.</translation>
+    </message>
 </context>
 </TS>

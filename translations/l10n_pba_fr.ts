@@ -207,5 +207,29 @@
         <source>The new password is saved. It cannot be typed by these keyboard layouts: %1. Choose another layout when you log on.</source>
         <translation>Le nouveau mot de passe est enregistré. Il ne peut pas être tapé avec ces dispositions de clavier&#xa0;: %1. Choisissez-en une autre pour vous connecter.</translation>
     </message>
+    <message>
+        <source>The disk has a fault</source>
+        <translation>Le disque est défaillant</translation>
+    </message>
+    <message>
+        <source>The encrypted disk reports errors when it is read or written. Please switch the computer off and contact the system administrator.</source>
+        <translation>Le disque chiffré signale des erreurs de lecture ou d’écriture. Éteignez l’ordinateur et contactez l’administrateur système.</translation>
+    </message>
+    <message>
+        <source>The disk is in use</source>
+        <translation>Le disque est occupé</translation>
+    </message>
+    <message>
+        <source>Another program is changing the encrypted disk. Please try again in a few seconds.</source>
+        <translation>Un autre programme est en train de modifier le disque chiffré. Réessayez dans quelques secondes.</translation>
+    </message>
+    <message>
+        <source>The PIN has expired</source>
+        <translation>Le code PIN a expiré</translation>
+    </message>
+    <message>
+        <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
+        <translation>Le jeton exige un nouveau code PIN, qui ne peut pas être défini ici. Contactez l’administrateur système.</translation>
+    </message>
 </context>
 </TS>

@@ -207,5 +207,29 @@
         <source>The new password is saved. It cannot be typed by these keyboard layouts: %1. Choose another layout when you log on.</source>
         <translation>Новый пароль сохранён. Его нельзя набрать в этих раскладках клавиатуры: %1. При входе выберите другую раскладку.</translation>
     </message>
+    <message>
+        <source>The disk has a fault</source>
+        <translation>Диск неисправен</translation>
+    </message>
+    <message>
+        <source>The encrypted disk reports errors when it is read or written. Please switch the computer off and contact the system administrator.</source>
+        <translation>При чтении или записи зашифрованного диска возникают ошибки. Выключите компьютер и обратитесь к системному администратору.</translation>
+    </message>
+    <message>
+        <source>The disk is in use</source>
+        <translation>Диск занят</translation>
+    </message>
+    <message>
+        <source>Another program is changing the encrypted disk. Please try again in a few seconds.</source>
+        <translation>Зашифрованный диск изменяется другой программой. Повторите попытку через несколько секунд.</translation>
+    </message>
+    <message>
+        <source>The PIN has expired</source>
+        <translation>Срок действия PIN-кода истёк</translation>
+    </message>
+    <message>
+        <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
+        <translation>Токен требует новый PIN-код, который здесь задать нельзя. Обратитесь к системному администратору.</translation>
+    </message>
 </context>
 </TS>

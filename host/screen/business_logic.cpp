@@ -28,7 +28,7 @@ std::uint32_t BusinessLogic::ViewOptions() const
                                           [](const volume::User &user) { return !user.keyslots.empty(); });
     // Whoever lost the password, be it with the power in the middle of a change, resets it from that page.
     const bool hasWay = hasPasswords || recovery::Find(m_osStart.GetVolume()).has_value();
-    return (hasWay && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
+    return (hasWay && m_osStart.TakesPasswords() ? pba::kOptionLoginByPassword : 0) |
            (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 

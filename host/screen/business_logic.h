@@ -10,7 +10,6 @@ namespace host {
 
 struct LogicOptions
 {
-    bool passwordLogin = true; // as far as the volume has users with passwords
     bool autologonAllowed = false;
     std::string tokenModule = {}; // a PKCS#11 module; empty: those that the system's configuration names
 };

@@ -17,6 +17,10 @@ const MessageText &MessageFor(Error error)
         return kOutOfMemory;
     case Error::Vanished:
         return kVolumeVanished;
+    case Error::DiskFault:
+        return kDiskFault;
+    case Error::Busy:
+        return kVolumeBusy;
     default:
         return kVolumeUnreadable;
     }

@@ -17,7 +17,7 @@ using volume::Error;
 PasswordLogin::PasswordLogin(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
                              bool autologonAllowed)
     : m_osStart(osStart)
-    , m_throttle(throttle)
+    , m_gate(osStart, throttle)
     , m_texts(texts)
     , m_autologonAllowed(autologonAllowed)
 {
@@ -58,15 +58,19 @@ kro::result_t PasswordLogin::Login(const kro::wstring_t &domain, const kro::wstr
 kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
                                       const kro::wstring_t &password)
 {
-    if (const std::uint32_t seconds = m_throttle.SecondsLeft(); seconds > 0)
-        return RefuseForNow(seconds);
     const volume::UserName name{volume::ToUtf8(domain.View()), volume::ToUtf8(userName.View())};
-    const Error error = OpenVolume(name, password);
+    PasswordGate::Answer answer{Error::None};
+    {
+        const BusyScope busy;
+        answer = m_gate.Try(name, volume::ToSecretUtf8(password.View()));
+    }
     // Who ended the program meanwhile does not want the system to start.
     if (StopRequested())
         return kro::kOk;
-    if (error != Error::None)
-        return Refuse(error);
+    if (answer.secondsToWait > 0)
+        return RefuseForNow(answer.secondsToWait);
+    if (answer.error != Error::None)
+        return Refuse(answer.error);
     Log(kLogCalls, "Login: the keyslot is open.");
     return GoOn();
 }
@@ -80,22 +84,12 @@ kro::result_t PasswordLogin::GoOn()
     return m_view->ShowLoggedIn();
 }
 
-Error PasswordLogin::OpenVolume(const volume::UserName &name, const kro::wstring_t &password)
-{
-    const BusyScope busy;
-    m_throttle.BeginAttempt();
-    const Error error = m_osStart.OpenVolume(name, volume::ToSecretUtf8(password.View()));
-    if (error == Error::None)
-        m_throttle.EndAttempt(name);
-    else if (error != Error::WrongPassword)
-        m_throttle.TakeBackAttempt();
-    return error;
-}
-
 kro::result_t PasswordLogin::Refuse(Error error)
 {
     Log(error == Error::WrongPassword ? kLogCalls : kLogErrors,
         std::string("Login refused: ") + volume::Describe(error));
+    if (error == Error::Prohibited) // no page of the view asks for it
+        return kro::kProhibited;
     const MessageText &message = MessageFor(error);
     std::u16string text(m_texts.Get(message.text).View());
     if (error == Error::WrongPassword)
@@ -156,7 +150,7 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
     Error error = Error::None;
     {
         const BusyScope busy;
-        error = m_osStart.ReplacePassword(volume::ToSecretUtf8(newPassword.View()));
+        error = m_gate.Replace(volume::ToSecretUtf8(newPassword.View()));
     }
     if (StopRequested())
         return kro::kOk;
@@ -164,7 +158,6 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
         Log(kLogErrors, std::string("Password change: ") + volume::Describe(error));
     else if (error != Error::None)
         return RefusePassword(error);
-    m_throttle.EndAttempt(m_osStart.Name()); // a recovery ends the failures before it
     Log(kLogCalls, "Password change: the new password counts.");
     const std::u16string layouts = LayoutsThatCannotType(newPassword.View());
     if (!layouts.empty())

@@ -1,9 +1,8 @@
 // Login by user name and password on a LUKS2 volume.
 #pragma once
 
-#include "host/service/login_throttle.h"
-#include "host/service/os_start.h"
 #include "pba/login_by_password.h"
+#include "host/service/password_gate.h"
 #include "host/screen/texts.h"
 
 namespace host {
@@ -40,7 +39,6 @@ private:
     kro::result_t Exclusively(const Act &act);
     kro::result_t TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
                            const kro::wstring_t &password);
-    volume::Error OpenVolume(const volume::UserName &name, const kro::wstring_t &password);
     kro::result_t Refuse(volume::Error error);
     kro::result_t GoOn();
     kro::result_t TryChangePassword(const kro::wstring_t &newPassword);
@@ -48,7 +46,7 @@ private:
     kro::result_t RefuseForNow(std::uint32_t secondsLeft);
 
     OsStart &m_osStart;
-    LoginThrottle &m_throttle;
+    PasswordGate m_gate;
     const Texts &m_texts;
     pba::ILoginByPasswordView *m_view = nullptr;
     bool m_autologonAllowed;

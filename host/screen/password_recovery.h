@@ -2,12 +2,9 @@
 // administrator has named.
 #pragma once
 
-#include <optional>
-
 #include "host/screen/password_login.h"
 #include "pba/password_recovery.h"
-#include "volume/recovery/response.h"
-#include "volume/recovery/volume_recovery.h"
+#include "host/service/recovery_session.h"
 
 namespace host {
 
@@ -27,27 +24,19 @@ public:
     kro::result_t CheckResponse(const kro::vector_t<kro::string_t> &lines, bool *complete,
                                 bool *valid) override;
     kro::result_t GotoChangePassword() override;
-    bool IsRecoveryInProgress() override { return m_found.has_value(); }
+    bool IsRecoveryInProgress() override { return m_session.IsUnderWay(); }
     kro::result_t QuitRecovery() override;
     kro::result_t RestartRecovery() override;
 
 private:
-    kro::result_t Begin();
-    void End();
-    bool TryResponse(const recovery::ResponseLines &lines);
-    bool LetIn(const recovery::Response &response, volume::Secret volumeKey);
-    void Reject(volume::Error error);
+    void Tell(const RecoverySession::Verdict &verdict) const;
 
-    volume::Volume &m_volume;
     OsStart &m_osStart;
+    RecoverySession m_session;
     PasswordLogin &m_passwordLogin;
     const Texts &m_texts;
     pba::IPasswordRecoveryView *m_view = nullptr;
     pba::IMainView *m_mainView = nullptr;
-    std::optional<recovery::Found> m_found;         // while a recovery is in progress
-    std::optional<recovery::SecretKey> m_ephemeral; // while a challenge is valid
-    std::size_t m_acceptedLines = 0;
-    int m_rejections = 0;
 };
 
 } // namespace host

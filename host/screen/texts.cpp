@@ -55,6 +55,19 @@ const MessageText kVolumeUnreadable{
                       "administrator."),
     pba::kSeverityError};
 
+const MessageText kDiskFault{
+    QT_TRANSLATE_NOOP("pba_host", "The disk has a fault"),
+    QT_TRANSLATE_NOOP("pba_host",
+                      "The encrypted disk reports errors when it is read or written. Please switch "
+                      "the computer off and contact the system administrator."),
+    pba::kSeverityError};
+
+const MessageText kVolumeBusy{
+    QT_TRANSLATE_NOOP("pba_host", "The disk is in use"),
+    QT_TRANSLATE_NOOP("pba_host",
+                      "Another program is changing the encrypted disk. Please try again in a few seconds."),
+    pba::kSeverityWarning};
+
 const MessageText kNoPasswordRecovery{
     QT_TRANSLATE_NOOP("pba_host", "No password recovery"),
     QT_TRANSLATE_NOOP("pba_host",

@@ -20,6 +20,8 @@ extern const MessageText kTooManyFailures; // "%1" is the number of seconds to w
 extern const MessageText kOutOfMemory;
 extern const MessageText kVolumeVanished;
 extern const MessageText kVolumeUnreadable;
+extern const MessageText kDiskFault;
+extern const MessageText kVolumeBusy;
 extern const MessageText kNoPasswordRecovery;
 extern const MessageText kNoPasswordChange;
 extern const MessageText kPasswordExpired;

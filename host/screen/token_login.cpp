@@ -154,6 +154,7 @@ kro::result_t TokenLogin::TryLogin(const Token &shown, std::string_view pin)
     {
         const BusyScope busy;
         m_osStart.Forget();
+        m_osStart.LookAnew();
         const std::vector<Token> connected = m_modules.Connected();
         if (const Token *token = FindAgain(shown, connected))
             error = Open(*token, pin, &volumeError);

@@ -39,6 +39,12 @@ const MessageText kPinLocked{
                                   "system administrator to unlock it."),
     pba::kSeverityError};
 
+const MessageText kPinExpired{
+    QT_TRANSLATE_NOOP("pba_host", "The PIN has expired"),
+    QT_TRANSLATE_NOOP("pba_host", "The token wants a new PIN, which cannot be set here. Please contact the "
+                                  "system administrator."),
+    pba::kSeverityError};
+
 const MessageText kRemoved{
     QT_TRANSLATE_NOOP("pba_host", "The token was removed"),
     QT_TRANSLATE_NOOP("pba_host",
@@ -81,6 +87,8 @@ const MessageText &MessageFor(token::Error error)
         return kLastTry;
     case token::Error::PinLocked:
         return kPinLocked;
+    case token::Error::PinExpired:
+        return kPinExpired;
     case token::Error::Removed:
         return kRemoved;
     case token::Error::NotEnrolled:

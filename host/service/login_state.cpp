@@ -36,6 +36,8 @@ std::optional<LoginState> DecodeLoginState(std::string_view text)
     LoginState state;
     state.failures = static_cast<std::uint32_t>(Number(object, "failures", kMaxFailures));
     state.lastFailure = static_cast<std::int64_t>(Number(object, "failed", kMaxTime));
+    state.seen = static_cast<std::int64_t>(Number(object, "seen", kMaxTime));
+    state.clockReset = static_cast<std::int64_t>(Number(object, "clockReset", kMaxTime));
     const std::optional<std::string> domain = Text(object, "domain");
     if (domain)
         state.lastLogin = volume::UserName{*domain, Text(object, "user").value_or("")};
@@ -47,6 +49,10 @@ std::string EncodeLoginState(const LoginState &state)
     json object{{"type", kStateObjectType}, {"keyslots", json::array()}, {"failures", state.failures}};
     if (state.failures > 0)
         object["failed"] = state.lastFailure;
+    if (state.seen > 0)
+        object["seen"] = state.seen;
+    if (state.clockReset > 0)
+        object["clockReset"] = state.clockReset;
     if (state.lastLogin) {
         object["domain"] = state.lastLogin->domain;
         object["user"] = state.lastLogin->user;

@@ -16,6 +16,8 @@ struct LoginState
 {
     std::uint32_t failures = 0;   // logins in a row that did not open the volume
     std::int64_t lastFailure = 0; // in seconds since 1970, never negative
+    std::int64_t seen = 0;        // the newest date so far
+    std::int64_t clockReset = 0;  // that of the policy, as far as it was obeyed
     // With an empty user where user names are not to be remembered.
     std::optional<volume::UserName> lastLogin{};
 };

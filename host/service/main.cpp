@@ -85,16 +85,17 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
     const std::unique_ptr<pba::ITranslator, decltype(module.deleteTranslator)> translator(
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
-    OsStart osStart(volume, {line.mapperName, line.testBoot, volume::ActivationFlags(line.mapperOptions)});
+    Clock clock;
+    OsStart osStart(
+        volume, clock,
+        {line.mapperName, line.testBoot, !line.noPasswordLogin, volume::ActivationFlags(line.mapperOptions)});
     FinishPending(&volume);
     const std::unique_ptr<StateStore> store = MakeStateStore(line, volume);
-    const volume::Policy policy = volume.GetPolicy();
-    LoginThrottle throttle(*store, policy);
-    if (line.stateInHeader && throttle.State().lastLogin)
-        RestoreLastLogin(*throttle.State().lastLogin);
-    BusinessLogic logic(
-        osStart, throttle, texts,
-        {!line.noPasswordLogin, line.autologonAllowed && policy.autologonAllowed, line.tokenModule});
+    LoginThrottle throttle(*store, clock, [&volume] { return volume.GetPolicy(); });
+    if (line.stateInHeader && throttle.FormerLogin())
+        RestoreLastLogin(*throttle.FormerLogin());
+    BusinessLogic logic(osStart, throttle, texts,
+                        {line.autologonAllowed && volume.GetPolicy().autologonAllowed, line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
     const int exitCode = ExitCode(osStart);
     if (exitCode == kExitViewFailed) {
@@ -133,7 +134,8 @@ int main(int argc, char **argv)
     } catch (const std::bad_alloc &) {
         std::fputs("pba_host: not enough memory\n", stderr);
     } catch (const std::exception &fault) {
-        std::cerr << "pba_host: " << fault.what() << '\n';
+        std::cerr << "pba_host: internal fault, please report it: " << volume::Printable(fault.what())
+                  << '\n';
     }
     return kExitViewFailed;
 }

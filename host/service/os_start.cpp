@@ -1,7 +1,5 @@
 #include "host/service/os_start.h"
 
-#include <ctime>
-
 #include "host/log.h"
 
 namespace host {
@@ -14,15 +12,24 @@ constexpr std::uint32_t kDefaultMilliseconds = 2000; // of a login, where no use
 
 } // namespace
 
-OsStart::OsStart(volume::Volume &volume, StartOptions options)
+OsStart::OsStart(volume::Volume &volume, const Clock &clock, StartOptions options)
     : m_volume(volume)
+    , m_clock(clock)
     , m_options(std::move(options))
 {
+}
+
+void OsStart::LookAnew()
+{
+    if (const Error error = m_volume.Load(); error != Error::None)
+        Log(kLogErrors, std::string("The header cannot be read anew: ") + volume::Describe(error));
 }
 
 Error OsStart::OpenVolume(const volume::UserName &name, const volume::Secret &password)
 {
     Forget();
+    if (!TakesPasswords())
+        return Error::Prohibited;
     const Error error = m_volume.Login(name, password, &m_volumeKey);
     m_opened = error == Error::None;
     if (!m_opened)
@@ -71,7 +78,7 @@ Error OsStart::CheckReplaceable() const
 bool OsStart::HasExpired() const
 {
     const std::optional<volume::User> user = m_volume.FindUser(m_name);
-    return user && volume::HasExpired(m_volume.GetPolicy(), *user, std::time(nullptr));
+    return user && volume::HasExpired(m_volume.GetPolicy(), *user, m_clock.Now());
 }
 
 Error OsStart::ReplacePassword(const volume::Secret &password)
@@ -84,6 +91,7 @@ Error OsStart::ReplacePassword(const volume::Secret &password)
     m_mustReplace = false;
     if (error != Error::None)
         return error;
+    m_volume.UseDate(m_clock.Now());
     // Only who came in by the recovery can spare the old password before the new one is proven.
     error = m_volume.ReplacePassword(m_name, m_volumeKey, password,
                                      volume::KeyCost::ForPassword(kDefaultMilliseconds),

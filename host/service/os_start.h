@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/service/clock.h"
 #include "kro/result.h"
 #include "volume/luks/volume.h"
 
@@ -15,20 +16,27 @@ struct StartOptions
 {
     std::string mapperName; // empty: a right password is enough, nothing is mapped
     bool testBoot = false;
+    bool passwordLogin = true;
     std::uint32_t mapperFlags = 0; // of libcryptsetup
 };
 
 class OsStart
 {
 public:
-    OsStart(volume::Volume &volume, StartOptions options);
+    // `clock` says which passwords have expired; it must outlive this object.
+    OsStart(volume::Volume &volume, const Clock &clock, StartOptions options);
 
     volume::Volume &GetVolume() { return m_volume; }
     bool IsTestBoot() const { return m_options.testBoot; }
 
+    // Somebody else may have changed the header since: each attempt begins with it. What is known already
+    // has to do where it cannot be read any more, and may still open the volume.
+    void LookAnew();
     // A login attempt begins: what an earlier one opened counts no longer.
     void Forget();
-    // By a user's password; forgets by itself.
+    // Whether anybody may log on by password here; whoever came in by the recovery sets one all the same.
+    bool TakesPasswords() const { return m_options.passwordLogin; }
+    // By a user's password; forgets by itself. Prohibited where none are taken.
     [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const volume::Secret &password);
     // By the first of these keyslots that the passphrase opens; forgets by itself.
     [[nodiscard]] volume::Error OpenKeyslots(const std::vector<int> &keyslots,
@@ -59,6 +67,7 @@ private:
     kro::result_t MapVolume();
 
     volume::Volume &m_volume;
+    const Clock &m_clock;
     StartOptions m_options;
     volume::UserName m_name;
     volume::Secret m_volumeKey; // kept for mapping and for a new password

@@ -10,6 +10,7 @@
 
 #include "pbe/files.h"
 #include "base/durable_name.h"
+#include "volume/luks/write_lock.h"
 
 namespace host {
 namespace {
@@ -62,13 +63,20 @@ LoginState FileStateStore::Read()
     return DecodeLoginState(text).value_or(LoginState{});
 }
 
-bool FileStateStore::Write(const LoginState &state)
+bool FileStateStore::Update(const Change &change, std::chrono::milliseconds patience)
 {
     const std::string name = FileName();
     const std::string fresh = name + ".new";
     const std::filesystem::path directory = std::filesystem::path(name).parent_path();
-    if (name.empty() || !MakeDirectory(directory) || !WriteFile(fresh, EncodeLoginState(state)) ||
-        std::rename(fresh.c_str(), name.c_str()) != 0)
+    volume::WriteLock lock;
+    // A file system that knows no locks must do without.
+    if (name.empty() || !MakeDirectory(directory) ||
+        lock.TakeDirectory(directory, patience) == volume::Error::Busy)
+        return false;
+    const std::optional<LoginState> state = change(Read());
+    if (!state)
+        return true;
+    if (!WriteFile(fresh, EncodeLoginState(*state)) || std::rename(fresh.c_str(), name.c_str()) != 0)
         return false;
     volume::MakeNameDurable(name);
     return true;
@@ -80,14 +88,22 @@ LoginState HeaderStateStore::Read()
     return objects.empty() ? LoginState{} : DecodeLoginState(objects.front().json).value_or(LoginState{});
 }
 
-bool HeaderStateStore::Write(const LoginState &state)
+bool HeaderStateStore::Update(const Change &change, std::chrono::milliseconds patience)
 {
-    const std::string json = EncodeLoginState(state);
+    return m_volume.Change([&] { return WriteObject(change(Read())); }, patience) == volume::Error::None;
+}
+
+// Where the object stands is looked up under the lock: its number may be another object's by now.
+volume::Error HeaderStateStore::WriteObject(const std::optional<LoginState> &state)
+{
+    if (!state)
+        return volume::Error::None;
+    const std::string json = EncodeLoginState(*state);
     const std::vector<volume::Object> objects = m_volume.Objects(kStateObjectType);
-    if (objects.empty() && m_volume.CheckRoom({0, 1, json.size()}) != volume::Error::None)
-        return false;
     int number = objects.empty() ? -1 : objects.front().number;
-    return m_volume.WriteObject(json, &number) == volume::Error::None;
+    const volume::Error error =
+        objects.empty() ? m_volume.CheckRoom({0, 1, json.size()}) : volume::Error::None;
+    return error == volume::Error::None ? m_volume.WriteObject(json, &number) : error;
 }
 
 } // namespace host

@@ -1,6 +1,10 @@
 // Where the host's memory is kept.
 #pragma once
 
+#include <chrono>
+#include <functional>
+#include <optional>
+
 #include "host/service/login_state.h"
 #include "volume/luks/volume.h"
 
@@ -13,8 +17,11 @@ public:
 
     // What cannot be read is as if nothing had ever happened: a damaged memory locks nobody out.
     virtual LoginState Read() = 0;
-    // False when it stays as it was. It is never half written.
-    virtual bool Write(const LoginState &state) = 0;
+    // Makes of what is stored what is to be stored; nothing when that may stay. May be called in vain.
+    using Change = std::function<std::optional<LoginState>(const LoginState &stored)>;
+    // False when it stays as it was against the will of `change`. It is never half written. Another program
+    // that is changing it is waited for, but not for longer than `patience`.
+    virtual bool Update(const Change &change, std::chrono::milliseconds patience) = 0;
     // Whether the last user and domain belong here. Else the view's own files last, and serve.
     virtual bool KeepsLastLogin() const = 0;
 };
@@ -24,11 +31,12 @@ class FileStateStore final : public StateStore
 {
 public:
     LoginState Read() override;
-    bool Write(const LoginState &state) override;
+    bool Update(const Change &change, std::chrono::milliseconds patience) override;
     bool KeepsLastLogin() const override { return false; }
 };
 
-// A token object in the volume's header, for a root that is made anew at each start.
+// A token object in the volume's header, for a root that is made anew at each start. Programs that count at
+// the same time do it one after the other.
 class HeaderStateStore final : public StateStore
 {
 public:
@@ -38,10 +46,12 @@ public:
     }
 
     LoginState Read() override;
-    bool Write(const LoginState &state) override;
+    bool Update(const Change &change, std::chrono::milliseconds patience) override;
     bool KeepsLastLogin() const override { return true; }
 
 private:
+    volume::Error WriteObject(const std::optional<LoginState> &state);
+
     volume::Volume &m_volume;
 };
 

@@ -1,11 +1,8 @@
 // The host's answers to the view, on a real volume and with a view that records.
 #include <QCryptographicHash>
 
-#include "host/screen/business_logic.h"
-#include "tests/support/fake_pbe.h"
-#include "tests/host/scratch_volume.h"
+#include "tests/host/host_on_volume.h"
 #include "settings_format/settings_encoder.h"
-#include "tests/host/silent_view.h"
 #include "tests/support/test_main.h"
 
 namespace {
@@ -15,57 +12,13 @@ constexpr char16_t kRight[] = u"r\u00e4tsel 42";
 const std::string kWrong = "Wrong user name or password";
 const std::string kWait = "Too many failed attempts";
 
-// What outlives a host: the memory of failed logins, which may be read-only, and the time.
-class Memory final : public host::StateStore
+struct Host : HostOnVolume<SilentView>
 {
-public:
-    host::LoginState state;
-    bool writable = true;
-    std::int64_t now = 1'700'000'000;
-    std::function<void()> atWriting = [] {};
-
-    host::LoginState Read() override { return state; }
-    bool Write(const host::LoginState &newState) override
-    {
-        if (!writable)
-            return false;
-        state = newState;
-        atWriting();
-        return true;
-    }
-    bool KeepsLastLogin() const override { return true; }
-};
-
-// A host around the volume; members in the order in which they depend on each other.
-struct Host
-{
-    explicit Host(const ScratchVolume &scratch, host::StartOptions start = {},
-                  host::LogicOptions options = {}, Memory *lasting = nullptr)
-        : opened(scratch.Open())
-        , memory(lasting ? *lasting : ownMemory)
-        , throttle(memory, opened->GetPolicy(), [this] { return memory.now; })
-        , texts(nullptr)
-        , osStart(*opened, std::move(start))
-        , logic(osStart, throttle, texts, options)
-    {
-        fake_pbe::Reset();
-        if (logic.Init(&view) != kro::kOk)
-            qFatal("Init fails");
-        view.TakeCalls();
-    }
+    using HostOnVolume::HostOnVolume;
     kro::result_t Login(const char16_t *domain, const char16_t *user, const char16_t *password)
     {
         return view.logic->Login(domain, user, password);
     }
-
-    std::unique_ptr<volume::Volume> opened;
-    Memory ownMemory;
-    Memory &memory;
-    host::LoginThrottle throttle;
-    host::Texts texts;
-    host::OsStart osStart;
-    SilentView view;
-    host::BusinessLogic logic;
 };
 
 QByteArray Settings(std::uint32_t layout, const char16_t *name)
@@ -166,22 +119,27 @@ private slots:
         Host host(scratch, {}, {}, &memory);
         QCOMPARE(guess(host, kRight), wait);
         QVERIFY(host.view.lastText.ends_with(u": 30."));
-        memory.now -= 1000; // a clock that was set back neither ends the delay nor draws it out
-        QCOMPARE(guess(host), wait);
-        memory.now += 29;
+        memory.date += 1'000'000; // whatever is done to the clock meanwhile
+        memory.sinceBoot += 29;
         QCOMPARE(guess(host), wait);
         QVERIFY(host.view.lastText.ends_with(u": 1."));
-        memory.now += 1;
+        memory.sinceBoot += 1;
         QCOMPARE(guess(host), wrong);
         QCOMPARE(guess(host), wait);
-        memory.now += 30;
+        memory.date -= 2'000'000; // set back, it neither ends the next start's delay nor draws it out
+        Host other(scratch, {}, {}, &memory);
+        QCOMPARE(guess(other), wait);
+        memory.sinceBoot += 30;
+        QCOMPARE(guess(other), wrong);
+        QCOMPARE(guess(host), wait); // two at once count together
+        memory.sinceBoot += 30;
         QCOMPARE(guess(host, kRight), std::pair(std::string("LoggedIn"), 1u));
-        QCOMPARE(guess(host), wrong);
+        QCOMPARE(guess(other), wrong);
         QCOMPARE(memory.state.failures, 1u);
 
         // What nobody is to blame for does not count.
         QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
-        QCOMPARE(guess(host).second, 1u);
+        QCOMPARE(guess(other).second, 1u);
         QCOMPARE(memory.state.failures, 1u);
     }
 
@@ -196,7 +154,7 @@ private slots:
         };
         for (const auto &[wantsMemory, sizeAfter, says] :
              {Case{false, 0, "The encrypted disk has been removed."},
-              Case{false, 0x20000, "The header of the encrypted disk cannot be read."},
+              Case{false, 0x20000, "The encrypted disk reports errors"},
               Case{true, 0x1000000, "There is not enough memory"}}) {
             const ScratchVolume scratch;
             const QString path = QString::fromStdString(scratch.Path());
@@ -213,17 +171,54 @@ private slots:
     {
         Memory memory;
         memory.writable = false;
-        memory.state = {1000, memory.now + 1000, {}}; // from before, and from the future
+        memory.state = {1000, memory.date + 1000}; // from before, and from the future
         Host host(m_scratch, {}, {}, &memory);
         host.Login(u"", u"anna", kRight);
-        memory.now += 30;
+        memory.sinceBoot += 30;
         host.Login(u"", u"anna", kRight);
         QCOMPARE(host.view.TakeCalls(), (Calls{kWait, "SelectPassword", "LoggedIn"}));
         for (int failures = 0; failures < 7; ++failures) {
             host.Login(u"", u"anna", u"wrong");
             QCOMPARE(host.view.TakeCalls().front(), failures < 6 ? kWrong : kWait);
         }
+        memory.writable = true; // it is written as soon as it can be
+        memory.sinceBoot += 30;
+        host.Login(u"", u"anna", u"wrong");
+        QCOMPARE(memory.state.failures, 7u);
         QCOMPARE(fake_pbe::LogText().count("cannot be kept"), 1);
+    }
+
+    // What other programs have done since the start counts at each attempt, and nothing of it is undone.
+    void aHeaderThatOthersChange()
+    {
+        const ScratchVolume scratch;
+        Host host(scratch);
+        host::HeaderStateStore store(*host.opened);
+        host::LoginThrottle throttle(store, host.clock, [] { return volume::Policy(); });
+        throttle.BeginAttempt();
+        const auto other = scratch.Open();
+        volume::Secret key;
+        QCOMPARE(other->Authorise(MakeSecret(ScratchVolume::kPassword), &key), volume::Error::None);
+        const std::string secret = "paper ship";
+        const auto cost = volume::KeyCost::ForRandomSecret();
+        QCOMPARE(other->ReplacePassword({"", "anna"}, key, MakeSecret(secret), cost), volume::Error::None);
+        QCOMPARE(other->RemoveObject(other->Objects(host::kStateObjectType).at(0).number),
+                 volume::Error::None);
+        QCOMPARE(other->AddUser({"", "carl"}, key, MakeSecret(secret), cost), volume::Error::None);
+        host.Login(u"", u"anna", u"paper ship");
+        host.Login(u"", u"carl", u"paper ship");
+        QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", "LoggedIn"}));
+        throttle.BeginAttempt();
+        QCOMPARE(store.Read().failures, 1u);
+        {
+            volume::WriteLock lock; // another program is busy when the next one begins
+            QCOMPARE(lock.Take(scratch.Path()), volume::Error::None);
+            throttle.BeginAttempt();
+            QCOMPARE(store.Read().failures, 1u);
+        }
+        throttle.FailAttempt();
+        QCOMPARE(store.Read().failures, 2u);
+        QCOMPARE(scratch.Login({"", "carl"}, secret), volume::Error::None);
     }
 
     void aPasswordIsChanged()
@@ -286,6 +281,34 @@ private slots:
             QCOMPARE(host.view.TakeCalls(), writable ? Calls{"LoggedIn"} : stays);
             QCOMPARE(host.logic.StartOperatingSystem(), kro::kOk);
         }
+    }
+
+    // It is never earlier than what was seen before, unless the administrator says so.
+    void theDate()
+    {
+        constexpr std::int64_t kDay = 86400;
+        const ScratchVolume scratch;
+        Memory memory;
+        volume::Policy policy;
+        policy.expiryDays = 1;
+        const auto login = [&](std::int64_t date, const char16_t *password) {
+            memory.date = date;
+            [&] { QVERIFY(scratch.Open()->SetPolicy(policy) == volume::Error::None); }();
+            Host host(scratch, {}, {}, &memory);
+            host.Login(u"", u"anna", password);
+            const std::string answer = host.view.TakeCalls().front();
+            host.view.logic->ChangePassword(u"paper ship");
+            return answer;
+        };
+        const std::int64_t today = *scratch.Open()->FindUser({"", "anna"})->changed;
+        const std::string expired = "MustChangePassword";
+        QCOMPARE(login(today + kDay + 60, kRight), expired);
+        QCOMPARE(login(today - 100 * kDay, u"paper ship"), "LoggedIn");
+        QCOMPARE(*scratch.Open()->FindUser({"", "anna"})->changed, today + kDay + 60);
+        QCOMPARE(login(today + 30000 * kDay, u"paper ship"), expired);
+        policy.clockReset = today + 2 * kDay;
+        QCOMPARE(login(today, u"paper ship"), "LoggedIn");
+        QCOMPARE(memory.state.seen, policy.clockReset);
     }
 
     // No device mapper takes such a name, so this fails also where tests may map volumes.

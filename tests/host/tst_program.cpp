@@ -77,16 +77,17 @@ private slots:
     {
         QTemporaryDir root;
         PbeSetFileRoot(root.path().toUtf8());
-        QVERIFY(host::FileStateStore().Write({3, 5})); // makes its directory
+        const auto three = [](const host::LoginState &) { return host::LoginState{3, 5}; };
+        QVERIFY(host::FileStateStore().Update(three, {})); // makes its directory
         QCOMPARE(host::FileStateStore().Read().failures, 3u);
         for (const char *content :
              {"", "{", "[]", R"({"type":"pba-state","failures":-1,"failed":1e300,"domain":7})",
               R"({"type":"pba-state","failures":18446744073709551615,"failed":18446744073709551615})"}) {
             WriteFile(root.filePath("pba/state.json"), content);
             host::FileStateStore store;
-            host::LoginThrottle throttle(store, {}, [] { return 5; });
-            QVERIFY2(throttle.SecondsLeft() <= 30, content);
-            throttle.BeginAttempt();
+            host::Clock clock([] { return 5; }, [] { return 5; });
+            host::LoginThrottle throttle(store, clock, [] { return volume::Policy(); });
+            QVERIFY2(throttle.BeginAttempt() <= 30, content);
             throttle.EndAttempt({});
             QCOMPARE(store.Read().failures, 0u);
         }

@@ -8,6 +8,10 @@
 //   blank A         it has no serial number
 //   pad A PIN       its PIN is typed at the reader; this is what the person types there
 //   pull-at-login A, pull-at-find A, pull-at-decrypt A    it is pulled out in the middle
+//   expired A       its PIN has expired
+//   endless A       it never stops finding objects, which are none
+//   boast A         it claims to have found or written far more than there was room for
+//   always-too-small    there are always more slots than there is room for
 //   dead            no slot answers
 //
 // Each login is a line of the file TOKEN_PROXY.log: the label, and whether a PIN came with it.
@@ -89,6 +93,10 @@ CK_RV GetSlotList(CK_BBOOL, CK_SLOT_ID *slots, CK_ULONG *count)
     if (Find("dead", "") || s_real->C_GetSlotList(CK_TRUE, there.data(), &real) != CKR_OK)
         return CKR_GENERAL_ERROR;
     there.resize(real);
+    if (Find("always-too-small", "")) {
+        *count = slots ? *count + 1 : ~CK_ULONG{0};
+        return slots ? CKR_BUFFER_TOO_SMALL : CKR_OK;
+    }
     std::erase_if(there, [](CK_SLOT_ID slot) { return !IsThere(slot); });
     const bool fits = !slots || there.size() <= *count;
     *count = there.size();
@@ -132,6 +140,8 @@ CK_RV Login(CK_SESSION_HANDLE session, CK_USER_TYPE user, unsigned char *pin, CK
         << label << (pin ? " with PIN\n" : " at the reader\n");
     if (Leaves("pull-at-login", session))
         return CKR_DEVICE_REMOVED;
+    if (Find("expired", label))
+        return CKR_PIN_EXPIRED;
     const std::string *atReader = Find("pad", label);
     if (!atReader)
         return s_real->C_Login(session, user, pin, length);
@@ -145,6 +155,30 @@ CK_RV FindObjectsInit(CK_SESSION_HANDLE session, CK_ATTRIBUTE *wanted, CK_ULONG 
 {
     return Leaves("pull-at-find", session) ? CKR_DEVICE_REMOVED
                                            : s_real->C_FindObjectsInit(session, wanted, count);
+}
+
+CK_RV FindObjects(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE *objects, CK_ULONG room, CK_ULONG *count)
+{
+    constexpr CK_ULONG kFarMore = 100'000'000;
+    const std::string label = LabelOf(session);
+    if (Find("endless", label)) {
+        std::fill(objects, objects + room, kFarMore);
+        *count = room;
+        return CKR_OK;
+    }
+    const CK_RV result = s_real->C_FindObjects(session, objects, room, count);
+    if (Find("boast", label) && *count > 0)
+        *count = kFarMore;
+    return result;
+}
+
+CK_RV GetAttributeValue(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRIBUTE *wanted,
+                        CK_ULONG count)
+{
+    const CK_RV result = s_real->C_GetAttributeValue(session, object, wanted, count);
+    if (Find("boast", LabelOf(session)))
+        wanted->ulValueLen = ~CK_ULONG{0} / 2;
+    return result;
 }
 
 CK_RV Decrypt(CK_SESSION_HANDLE session, unsigned char *encrypted, CK_ULONG encryptedLength,
@@ -171,6 +205,8 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
     s_proxy.C_OpenSession = OpenSession;
     s_proxy.C_Login = Login;
     s_proxy.C_FindObjectsInit = FindObjectsInit;
+    s_proxy.C_FindObjects = FindObjects;
+    s_proxy.C_GetAttributeValue = GetAttributeValue;
     s_proxy.C_Decrypt = Decrypt;
     *list = &s_proxy;
     return CKR_OK;

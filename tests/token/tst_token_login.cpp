@@ -1,8 +1,5 @@
 // The host's answers about tokens, with real ones and a view that records.
-#include "host/screen/business_logic.h"
-#include "tests/support/fake_pbe.h"
-#include "tests/host/scratch_volume.h"
-#include "tests/host/silent_view.h"
+#include "tests/host/host_on_volume.h"
 #include "tests/token/soft_tokens.h"
 #include "tests/support/test_main.h"
 #include "volume/token/volume_tokens.h"
@@ -39,16 +36,13 @@ public:
     }
 };
 
-// A host whose token page is shown. An enrolment that is in memory only does not count, so it opens the file.
-struct Host
+// Whose token page is shown.
+struct Host : HostOnVolume<TokenView>
 {
-    explicit Host(const ScratchVolume &scratch, host::LogicOptions options = {true, false, TOKEN_PROXY})
-        : volume(scratch.Open())
-        , osStart(*volume, {})
-        , logic(osStart, throttle, texts, options)
+    explicit Host(const ScratchVolume &scratch, bool passwordLogin = true, const char *module = TOKEN_PROXY)
+        : HostOnVolume(scratch, {{}, false, passwordLogin}, {false, module})
     {
-        fake_pbe::Reset();
-        if (logic.Init(&view) != kro::kOk || logic.StartLoginByToken(&view) != kro::kOk)
+        if (logic.StartLoginByToken(&view) != kro::kOk)
             qFatal("no start");
     }
     QStringList Names()
@@ -72,14 +66,6 @@ struct Host
         return logic.CheckTokensConnected(&connected) == kro::kOk && connected;
     }
     kro::result_t Login(int index, const char *pin) { return view.tokenLogic->LoginByToken(index, pin); }
-
-    std::unique_ptr<volume::Volume> volume;
-    host::HeaderStateStore memory{*volume};
-    host::LoginThrottle throttle{memory, volume->GetPolicy()};
-    host::Texts texts{nullptr};
-    host::OsStart osStart;
-    TokenView view;
-    host::BusinessLogic logic;
 };
 
 } // namespace
@@ -115,6 +101,10 @@ private slots:
         row("removed or  ", "pull-at-find Anna", "7315", true);
         row("removed or   ", "pull-at-decrypt Anna", "7315", true);
         row("does not answer", "dead", "7315", false);
+        row("wants a new PIN", "expired Anna", "7315", true);
+        row("does not answer ", "always-too-small", "7315", false);
+        row("no longer has the key", "endless Anna", "7315", true);
+        row("no longer has the key ", "boast Anna", "7315", true);
     }
     void eachFailureHasItsMessage()
     {
@@ -258,15 +248,18 @@ private slots:
         Enroll("Anna");
         const std::uint32_t both = pba::kOptionLoginByPassword | pba::kOptionLoginByToken;
         QCOMPARE(Host(*m_scratch).view.options, both);
-        QCOMPARE(Host(*m_scratch, {false, false, TOKEN_PROXY}).view.options, pba::kOptionLoginByToken);
-        Host without(*m_scratch, {true, false, "/nowhere.so"});
+        Host tokensOnly(*m_scratch, false);
+        QCOMPARE(tokensOnly.view.options, pba::kOptionLoginByToken);
+        QCOMPARE(tokensOnly.view.logic->Login(u"", u"anna", u"r\u00e4tsel 42"), kro::kProhibited);
+        QCOMPARE(tokensOnly.logic.StartOperatingSystem(), kro::kProhibited);
+        Host without(*m_scratch, true, "/nowhere.so");
         QCOMPARE(without.view.options, both);
         QVERIFY(!without.IsConnected());
         const auto opened = m_scratch->Open();
         const auto tokens = token::TokensOf(*opened);
         QCOMPARE(token::RemoveToken(*opened, tokens.at(0).enrolment.keyslots.at(0)), volume::Error::None);
         QCOMPARE(Host(*m_scratch).view.options, pba::kOptionLoginByPassword);
-        QCOMPARE(Host(*m_scratch, {false, false, TOKEN_PROXY}).view.options, 0u);
+        QCOMPARE(Host(*m_scratch, false).view.options, 0u);
     }
 
 private:

@@ -28,6 +28,8 @@ const char *Describe(Error error)
         return "the LUKS2 header has no room left; remove a user or a keyslot first";
     case Error::Vanished:
         return "the device has vanished; connect it again";
+    case Error::DiskFault:
+        return "the disk cannot be read or written; check it, its cable and, of a file, the space for it";
     case Error::OutOfMemory:
         return "not enough memory to derive the key; free some or restart the computer";
     case Error::UserExists:
@@ -52,6 +54,8 @@ const char *Describe(Error error)
         return "the LUKS2 header requires what this program does not know; use the tool that set it up";
     case Error::ForeignKeyslot:
         return "the keyslot holds another key than the volume's; use the tool that added it";
+    case Error::Prohibited:
+        return "logins by password are switched off; use a token";
     case Error::NameTaken:
         return "the mapper name is taken by another device; choose another name";
     case Error::NoDeviceMapper:
@@ -79,7 +83,9 @@ Error FromErrno(int result, const std::string &path)
     case ENXIO:
         return Error::Vanished;
     default:
-        return stat(path.c_str(), &status) != 0 ? Error::Vanished : Error::Failed;
+        if (stat(path.c_str(), &status) != 0)
+            return Error::Vanished;
+        return result == -EIO ? Error::DiskFault : Error::Failed;
     }
 }
 

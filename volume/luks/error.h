@@ -16,6 +16,7 @@ enum class Error {
     Busy,    // another program is changing the header
     NoSpace, // Volume::RoomLeft tells what there is
     Vanished,
+    DiskFault, // it cannot be read or written somewhere
     OutOfMemory,
     UserExists,
     NoUser,
@@ -28,6 +29,7 @@ enum class Error {
     Reencrypting,
     ForeignRequirement, // the header asks its readers for something that we do not know
     ForeignKeyslot,     // holds another key than the volume's
+    Prohibited,         // by whoever started the program
     NameTaken,
     NoDeviceMapper,
     Failed,

@@ -32,7 +32,7 @@ public:
     }
 
     // Before anything else. What the device has loaded before is to be loaded anew.
-    [[nodiscard]] Error Lock() { return m_lock.Take(m_path); }
+    [[nodiscard]] Error Lock(std::chrono::milliseconds patience) { return m_lock.Take(m_path, patience); }
 
     // Replaces the object `*number`, or makes a new one when that is -1; then `*number` is known also when it
     // fails, for a part of it may have been written.

@@ -18,6 +18,14 @@ void ReadNumber(const json &object, const char *name, std::uint32_t maximum, std
         *number = member->get<std::uint32_t>();
 }
 
+void ReadDate(const json &object, const char *name, std::int64_t *date)
+{
+    constexpr std::uint64_t kMaxDate = std::uint64_t{1} << 40;
+    const auto member = object.find(name);
+    if (member != object.end() && member->is_number_unsigned() && member->get<std::uint64_t>() <= kMaxDate)
+        *date = member->get<std::int64_t>();
+}
+
 void ReadFlag(const json &object, const char *name, bool *flag)
 {
     const auto member = object.find(name);
@@ -39,20 +47,23 @@ std::optional<Policy> DecodePolicy(std::string_view text)
     ReadFlag(object, "autologonAllowed", &policy.autologonAllowed);
     ReadNumber(object, "freeAttempts", kMaxFreeAttempts, &policy.freeAttempts);
     ReadNumber(object, "delaySeconds", kMaxDelaySeconds, &policy.delaySeconds);
+    ReadDate(object, "clockReset", &policy.clockReset);
     return policy;
 }
 
 std::string EncodePolicy(const Policy &policy)
 {
-    return json{{"type", kPolicyObjectType},
+    json object{{"type", kPolicyObjectType},
                 {"keyslots", json::array()},
                 {"minimumLength", policy.minimumLength},
                 {"notOldPassword", policy.notOldPassword},
                 {"expiryDays", policy.expiryDays},
                 {"autologonAllowed", policy.autologonAllowed},
                 {"freeAttempts", policy.freeAttempts},
-                {"delaySeconds", policy.delaySeconds}}
-        .dump();
+                {"delaySeconds", policy.delaySeconds}};
+    if (policy.clockReset > 0)
+        object["clockReset"] = policy.clockReset;
+    return object.dump();
 }
 
 bool IsLongEnough(const Policy &policy, const Secret &password)

@@ -28,6 +28,9 @@ struct Policy
     bool autologonAllowed = true;
     std::uint32_t freeAttempts = 5;  // failed logins that cost no delay
     std::uint32_t delaySeconds = 30; // after each further one; 0: none ever
+    // When the administrator last declared what date it is, in seconds since 1970; 0: never. Later dates that
+    // a host had seen before count no longer.
+    std::int64_t clockReset = 0;
 
     bool operator==(const Policy &) const = default;
 };

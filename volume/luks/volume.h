@@ -67,8 +67,12 @@ public:
 
     const std::string &Path() const { return m_path; }
     std::string Uuid() const;
-    // What libcryptsetup last had to say, in its own words; for technicians, may be empty.
+    // What libcryptsetup first had to say since the last change or mapping began, in its own words: what it
+    // says afterwards follows from that. For technicians, may be empty.
     const std::string &LastDetail() const { return m_lastDetail; }
+
+    // What other programs have written since counts from here on. When it fails everything stays as it was.
+    [[nodiscard]] Error Load();
 
     // Those of the objects of a type, in the order in which these stand in the header.
     std::vector<User> Users(std::string_view type = kUserObjectType) const;
@@ -105,6 +109,8 @@ public:
     // caller has. `volumeKey` is from Login, Authorise or OpenKeyslot.
     [[nodiscard]] Error ReplacePassword(const UserName &name, const Secret &volumeKey, const Secret &password,
                                         const KeyCost &cost, WhenFull whenFull = WhenFull::Refuse);
+    // The date that passwords get which are set from here on; without it, that of the computer's clock.
+    void UseDate(std::int64_t secondsSince1970) { m_date = secondsSince1970; }
     // What the policy has against a new password; whether it is the old one is tried, as a login does it.
     [[nodiscard]] Error CheckNewPassword(const UserName &name, const Secret &password);
     // Nothing while no user has a keyslot.
@@ -142,10 +148,10 @@ public:
     // Runs several changes as one, on what the header holds now: other programs of ours wait. May be nested.
     // `body` answers an Error; what it throws passes through.
     template <typename Body>
-    [[nodiscard]] Error Change(Body body)
+    [[nodiscard]] Error Change(Body body, std::chrono::milliseconds patience = kLockPatience)
     {
         std::shared_ptr<HeaderWriter> writer;
-        const Error error = BeginChange(&writer);
+        const Error error = BeginChange(&writer, patience);
         return error == Error::None ? body() : error;
     }
 
@@ -165,7 +171,8 @@ private:
 
     [[nodiscard]] Error Connect();
     [[nodiscard]] Error Load();
-    [[nodiscard]] Error BeginChange(std::shared_ptr<HeaderWriter> *writer);
+    [[nodiscard]] Error BeginChange(std::shared_ptr<HeaderWriter> *writer,
+                                    std::chrono::milliseconds patience);
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
 
     // These change the header and belong inside Change.
@@ -179,6 +186,7 @@ private:
     [[nodiscard]] Error FinishRemovals();
     [[nodiscard]] Error FinishAll();
 
+    std::int64_t Date() const; // for a password that is set now
     int FindFreeKeyslot() const;
     bool IsNamed(int keyslot, int besides = -1) const;
     bool IsUnfinished(const User &user) const;
@@ -192,6 +200,7 @@ private:
     crypt_device *m_device = nullptr;
     std::weak_ptr<HeaderWriter> m_writer; // of the change under way
     std::string m_lastDetail;
+    std::optional<std::int64_t> m_date;
     unsigned m_derivations = 0;
 };
 

@@ -17,6 +17,7 @@ Error Volume::Activate(const std::string &mapperName, std::uint32_t flags, const
     if (const int result = crypt_persistent_flags_get(m_device, CRYPT_FLAGS_ACTIVATION, &kept); result < 0)
         return Fault(result);
     const auto activate = [&](std::uint32_t keyring) {
+        m_lastDetail.clear();
         return crypt_activate_by_volume_key(m_device, mapperName.c_str(), volumeKey.Data(), volumeKey.Size(),
                                             flags | kept | keyring);
     };

@@ -62,15 +62,29 @@ Error Probe(const std::string &path, bool *looksLikeLuks2)
     return unreadable ? Error::HeaderUnreadable : usable ? Error::None : Error::NotLuks2;
 }
 
+// The library's code for that is also the one for a file that ends too early.
+bool IsReadable(const std::string &path)
+{
+    std::array<char, kMetadataBytes> block;
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    ssize_t size = file < 0 ? -1 : 1;
+    for (off_t at = 0; size > 0 && at < 2 * kSecondOffsets.back(); at += size)
+        size = pread(file, block.data(), block.size(), at);
+    if (file >= 0)
+        close(file);
+    return size >= 0;
+}
+
 void KeepDetail(int level, const char *message, void *detail)
 {
-    if (level != CRYPT_LOG_ERROR || !detail)
+    const auto kept = static_cast<std::string *>(detail);
+    if (level != CRYPT_LOG_ERROR || !kept || !kept->empty())
         return;
     std::string_view words(message);
     while (!words.empty() && (words.back() == '\n' || words.back() == '.'))
         words.remove_suffix(1);
     try {
-        static_cast<std::string *>(detail)->assign(words);
+        kept->assign(words);
     } catch (const std::bad_alloc &) { // may not pass through the library, and the words are not vital
     }
 }
@@ -112,20 +126,22 @@ Error Volume::Load()
     const int result = crypt_load(m_device, CRYPT_LUKS2, nullptr);
     if (result >= 0)
         return Error::None;
-    // A file that ends within its header gives an error that says nothing.
     const Error error = Fault(result);
-    return result == -EINVAL || error == Error::Failed ? Error::HeaderUnreadable : error;
+    const bool damaged =
+        result == -EINVAL || error == Error::Failed || (error == Error::DiskFault && IsReadable(m_path));
+    return damaged ? Error::HeaderUnreadable : error;
 }
 
 // A change within a change is part of the outer one, and it too starts from what the header holds now.
-Error Volume::BeginChange(std::shared_ptr<HeaderWriter> *writer)
+Error Volume::BeginChange(std::shared_ptr<HeaderWriter> *writer, std::chrono::milliseconds patience)
 {
     Error error = Error::None;
     *writer = m_writer.lock();
     if (!*writer) {
+        m_lastDetail.clear();
         *writer = std::make_shared<HeaderWriter>(m_device, m_path);
         m_writer = *writer;
-        error = (*writer)->Lock();
+        error = (*writer)->Lock(patience);
     }
     if (error == Error::None)
         error = Load();

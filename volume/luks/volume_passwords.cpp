@@ -17,12 +17,12 @@ User NewUser(const UserName &name)
 }
 
 // Its password is the user's from here on; the keyslots behind it are to go.
-User WithNewKeyslot(User user, int keyslot)
+User WithNewKeyslot(User user, int keyslot, std::int64_t date)
 {
     user.keyslots.insert(user.keyslots.begin(), keyslot);
     user.pending.reset();
     user.isNew = false;
-    user.changed = std::time(nullptr);
+    user.changed = date;
     return user;
 }
 
@@ -31,9 +31,10 @@ User WithNewKeyslot(User user, int keyslot)
 class PasswordOwner final : public KeyslotOwner
 {
 public:
-    PasswordOwner(Volume &volume, const User &user)
+    PasswordOwner(Volume &volume, const User &user, std::int64_t date)
         : m_volume(volume)
         , m_user(user)
+        , m_date(date)
         , m_isNew(user.object < 0)
     {
     }
@@ -45,7 +46,7 @@ public:
         announced.pendingCost = cost.ToText();
         return Store(announced);
     }
-    Error Accept(int keyslot) override { return Store(WithNewKeyslot(m_user, keyslot)); }
+    Error Accept(int keyslot) override { return Store(WithNewKeyslot(m_user, keyslot, m_date)); }
     Error Withdraw() override { return m_isNew ? m_volume.RemoveObject(m_user.object) : Store(m_user); }
 
 private:
@@ -53,6 +54,7 @@ private:
 
     Volume &m_volume;
     User m_user; // as it was before
+    std::int64_t m_date;
     bool m_isNew;
 };
 
@@ -62,10 +64,15 @@ Error Volume::SetPassword(const User &user, const Secret &volumeKey, const Secre
                           const KeyCost &cost)
 {
     const std::vector<int> former = OwnKeyslots(user);
-    PasswordOwner owner(*this, user);
+    PasswordOwner owner(*this, user, Date());
     if (const Error error = AddKeyslot(volumeKey, password, cost, owner); error != Error::None)
         return error;
     return DestroyKeyslots(former) == Error::None ? Error::None : Error::OldPasswordStays;
+}
+
+std::int64_t Volume::Date() const
+{
+    return m_date.value_or(std::time(nullptr));
 }
 
 // Those that nobody else has a share in.
@@ -95,7 +102,7 @@ Error Volume::Finish(const User &user)
     const bool helpless = UsableKeyslots(user.keyslots).empty();
     int object = user.object;
     if (helpless && added)
-        return WriteObject(EncodeUser(WithNewKeyslot(user, *user.pending)), &object);
+        return WriteObject(EncodeUser(WithNewKeyslot(user, *user.pending, Date())), &object);
     if (added) {
         if (const Error error = DestroyKeyslots({*user.pending}); error != Error::None)
             return error;

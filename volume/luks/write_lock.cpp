@@ -1,9 +1,9 @@
 #include "volume/luks/write_lock.h"
 
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <linux/fs.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <thread>
@@ -12,7 +12,6 @@
 namespace volume {
 namespace {
 
-constexpr int kAttempts = 50;
 constexpr std::chrono::milliseconds kPause{100};
 
 // Not every kernel refuses to open a write-protected device for writing.
@@ -25,7 +24,7 @@ bool IsWriteProtected(int file)
 }
 
 // Of another kind than the locks that libcryptsetup takes on the same file, and would wait for.
-bool TryLock(int file)
+bool TryLockFile(int file)
 {
     struct flock whole = {};
     whole.l_type = F_WRLCK;
@@ -48,18 +47,33 @@ Error OpenForWriting(const std::string &path, int *file)
     return Error::ReadOnly;
 }
 
-Error WriteLock::Take(const std::string &path)
+Error WriteLock::Take(const std::string &path, std::chrono::milliseconds patience)
 {
     if (const Error error = OpenForWriting(path, &m_file); error != Error::None)
         return error;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if (TryLock(m_file))
-            return Error::None;
+    return Wait(TryLockFile, patience);
+}
+
+Error WriteLock::TakeDirectory(const std::string &path, std::chrono::milliseconds patience)
+{
+    m_file = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (m_file < 0)
+        return FromErrno(-errno, path);
+    return Wait([](int file) { return flock(file, LOCK_EX | LOCK_NB) == 0; }, patience);
+}
+
+template <typename TryLock>
+Error WriteLock::Wait(TryLock tryLock, std::chrono::milliseconds patience) const
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!tryLock(m_file)) {
         if (errno != EAGAIN && errno != EACCES && errno != EINTR)
             return Error::Failed;
+        if (std::chrono::steady_clock::now() >= end)
+            return Error::Busy;
         std::this_thread::sleep_for(kPause);
     }
-    return Error::Busy;
+    return Error::None;
 }
 
 int WriteLock::Flush() const

@@ -17,6 +17,8 @@ const char *Describe(Error error)
         return "wrong PIN; one more wrong PIN locks the token";
     case Error::PinLocked:
         return "the PIN is locked; unlock it with the software of the token's maker";
+    case Error::PinExpired:
+        return "the PIN has expired; set a new one with the software of the token's maker";
     case Error::Removed:
         return "the token is not connected or does not answer; connect it again";
     case Error::NotEnrolled:

@@ -10,6 +10,7 @@ enum class Error {
     FewTriesLeft, // a wrong PIN, and few more may follow
     LastTry,      // a wrong PIN, and only one more may follow
     PinLocked,
+    PinExpired,
     Removed,     // it is not there any more, or does not answer
     NotEnrolled, // the volume does not know it
     NoKey,       // none of its keys opens what the volume keeps for it

@@ -1,5 +1,6 @@
 #include "volume/token/modules.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
@@ -9,20 +10,24 @@ namespace {
 
 constexpr CK_FLAGS kUsable = CKF_TOKEN_INITIALIZED | CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED;
 
+constexpr CK_ULONG kMaxSlots = 256;
+constexpr int kMaxQuestions = 5; // while tokens come and go
+
+// What a module answers is believed no further than was asked.
 bool GetSlots(CK_FUNCTION_LIST *module, std::vector<CK_SLOT_ID> *slots)
 {
     CK_RV result = CKR_BUFFER_TOO_SMALL;
-    while (result == CKR_BUFFER_TOO_SMALL) {
+    for (int i = 0; i < kMaxQuestions && result == CKR_BUFFER_TOO_SMALL; ++i) {
         CK_ULONG count = 0;
         // Asked without a place for the answer, a module looks for new slots.
         if (module->C_GetSlotList(CK_TRUE, nullptr, &count) != CKR_OK)
             return false;
-        slots->resize(count);
-        if (count == 0)
+        slots->resize(std::min(count, kMaxSlots));
+        if (slots->empty())
             return true;
+        count = slots->size();
         result = module->C_GetSlotList(CK_TRUE, slots->data(), &count);
-        if (result == CKR_OK)
-            slots->resize(count);
+        slots->resize(std::min<std::size_t>(count, slots->size()));
     }
     return result == CKR_OK;
 }

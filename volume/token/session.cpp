@@ -9,6 +9,10 @@ namespace {
 
 using volume::Secret;
 
+// Far more than any token has; what a module says beyond is not believed.
+constexpr std::size_t kMaxObjects = 256;
+constexpr CK_ULONG kMaxAttributeBytes = 64 * 1024;
+
 unsigned char *Bytes(std::string_view text)
 {
     // The interface knows no constants, but does not write here.
@@ -100,6 +104,8 @@ Error Session::Explain(CK_RV result, Error otherwise) const
         return ExplainWrongPin();
     case CKR_PIN_LOCKED:
         return Error::PinLocked;
+    case CKR_PIN_EXPIRED:
+        return Error::PinExpired;
     case CKR_FUNCTION_CANCELED:
     case CKR_CANCEL:
         return Error::Cancelled;
@@ -116,8 +122,9 @@ std::vector<CK_OBJECT_HANDLE> Session::Find(CK_OBJECT_CLASS kind)
         return found;
     std::array<CK_OBJECT_HANDLE, 16> some;
     CK_ULONG count = 0;
-    while (Module()->C_FindObjects(m_session, some.data(), some.size(), &count) == CKR_OK && count > 0)
-        found.insert(found.end(), some.begin(), some.begin() + count);
+    while (found.size() < kMaxObjects &&
+           Module()->C_FindObjects(m_session, some.data(), some.size(), &count) == CKR_OK && count > 0)
+        found.insert(found.end(), some.begin(), some.begin() + std::min<std::size_t>(count, some.size()));
     Module()->C_FindObjectsFinal(m_session);
     return found;
 }
@@ -126,7 +133,7 @@ std::string Session::Attribute(CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TYPE type)
 {
     CK_ATTRIBUTE attribute{type, nullptr, 0};
     if (Module()->C_GetAttributeValue(m_session, object, &attribute, 1) != CKR_OK ||
-        attribute.ulValueLen == CK_UNAVAILABLE_INFORMATION)
+        attribute.ulValueLen > kMaxAttributeBytes) // also of one that cannot be told
         return {};
     std::string value(attribute.ulValueLen, '\0');
     attribute.pValue = value.data();
@@ -140,7 +147,8 @@ std::optional<CK_ULONG> Session::Number(CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TY
 {
     CK_ULONG number = 0;
     CK_ATTRIBUTE attribute{type, &number, sizeof number};
-    const bool told = Module()->C_GetAttributeValue(m_session, object, &attribute, 1) == CKR_OK;
+    const bool told = Module()->C_GetAttributeValue(m_session, object, &attribute, 1) == CKR_OK &&
+                      attribute.ulValueLen == sizeof number;
     return told ? std::optional(number) : std::nullopt;
 }
 

@@ -1,0 +1,33 @@
+#include "host/service/password_gate.h"
+
+namespace host {
+
+using volume::Error;
+
+PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const volume::Secret &password)
+{
+    m_osStart.Forget();
+    if (!m_osStart.TakesPasswords())
+        return {Error::Prohibited};
+    m_osStart.LookAnew();
+    if (const std::uint32_t seconds = m_throttle.BeginAttempt(); seconds > 0)
+        return {Error::None, seconds};
+    const Error error = m_osStart.OpenVolume(name, password);
+    if (error == Error::None)
+        m_throttle.EndAttempt(name);
+    else if (error == Error::WrongPassword)
+        m_throttle.FailAttempt();
+    else
+        m_throttle.TakeBackAttempt();
+    return {error};
+}
+
+Error PasswordGate::Replace(const volume::Secret &password)
+{
+    const Error error = m_osStart.ReplacePassword(password);
+    if (error == Error::None || error == Error::OldPasswordStays)
+        m_throttle.EndAttempt(m_osStart.Name());
+    return error;
+}
+
+} // namespace host

@@ -1,0 +1,131 @@
+#include "host/service/recovery_session.h"
+
+#include "host/log.h"
+
+namespace host {
+
+using volume::Error;
+
+namespace {
+
+constexpr int kMaxRejections = 5; // far more than mistypings that the check digits let pass
+
+} // namespace
+
+RecoverySession::RecoverySession(OsStart &osStart)
+    : m_osStart(osStart)
+    , m_volume(osStart.GetVolume())
+{
+}
+
+RecoverySession::Beginning RecoverySession::Begin()
+{
+    End();
+    m_osStart.LookAnew();
+    std::optional<recovery::Found> found = recovery::Find(m_volume);
+    if (!found)
+        return Beginning::NoRecovery;
+    if (m_volume.CheckWritable() != Error::None)
+        return Beginning::CannotSave;
+    m_found = std::move(found);
+    return Beginning::Begun;
+}
+
+void RecoverySession::Restart()
+{
+    m_osStart.Forget();
+    m_ephemeral.reset();
+    m_acceptedLines = 0;
+    m_rejections = 0;
+}
+
+void RecoverySession::End()
+{
+    Restart();
+    m_found.reset();
+}
+
+recovery::ChallengeStrings RecoverySession::MakeChallenge(std::span<const std::uint8_t> entropy)
+{
+    m_ephemeral = recovery::MakeEphemeral(entropy);
+    return recovery::EncodeChallenge(
+        recovery::MakeChallenge(m_found->enrolment.identity, recovery::PublicKeyOf(*m_ephemeral)));
+}
+
+bool RecoverySession::IsNextLine(std::string_view line) const
+{
+    const auto code = m_ephemeral ? recovery::NormaliseCode(line) : std::nullopt;
+    return code && recovery::IsResponseLine(code->View(), m_acceptedLines);
+}
+
+RecoverySession::Verdict RecoverySession::Check(std::span<const std::string_view> lines)
+{
+    m_acceptedLines = 0;
+    if (!m_found || !m_ephemeral || lines.size() > recovery::kResponseLines)
+        return {Answer::Wrong};
+    recovery::ResponseLines codes;
+    for (std::size_t row = 0; row < lines.size(); ++row) {
+        auto code = recovery::NormaliseCode(lines[row]);
+        if (!code || !recovery::IsResponseLine(code->View(), row))
+            return {Answer::Wrong};
+        codes[row] = std::move(*code);
+    }
+    if (lines.size() == recovery::kResponseLines)
+        return Try(codes);
+    m_acceptedLines = lines.size();
+    return {Answer::Incomplete};
+}
+
+RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lines)
+{
+    const auto response = recovery::Response::Open(*m_ephemeral, m_found->enrolment, lines);
+    if (!response)
+        return Reject(Error::WrongPassword);
+    m_osStart.LookAnew();
+    const std::optional<volume::UserName> name = response->FindUser(m_volume.Users());
+    volume::Secret volumeKey;
+    if (const Error error = OpenKeyslot(*response, name.has_value(), &volumeKey); error != Error::None)
+        return Reject(error);
+    if (!name) {
+        Log(kLogErrors, "Recovery: the response is right, but names nobody here.");
+        return {Answer::UnknownUser};
+    }
+    Log(kLogCalls, "Recovery: the response is right.");
+    m_osStart.Recover(*name, std::move(volumeKey));
+    return {Answer::Accepted};
+}
+
+// The keyslot decides; the tag only says for whom. But who has the right tag has the right secret, so that
+// its use is noted before the keyslot opens: should the power go in between, the secret counts as seen.
+Error RecoverySession::OpenKeyslot(const recovery::Response &response, bool hasTag, volume::Secret *volumeKey)
+{
+    const std::optional<recovery::Found> now = recovery::Find(m_volume);
+    if (!now || now->enrolment.identity != m_found->enrolment.identity)
+        return Error::WrongPassword; // renewed or removed since
+    if (hasTag)
+        NoteUse();
+    const Error error = m_volume.OpenKeyslot(now->enrolment.keyslots.front(),
+                                             recovery::PassphraseOf(response.Secret()), volumeKey);
+    if (error == Error::None && !hasTag)
+        NoteUse();
+    return error;
+}
+
+void RecoverySession::NoteUse()
+{
+    if (const Error error = recovery::MarkUsed(m_volume, m_found->enrolment.identity); error != Error::None)
+        Log(kLogErrors, std::string("Recovery: the use cannot be noted: ") + volume::Describe(error));
+}
+
+RecoverySession::Verdict RecoverySession::Reject(Error error)
+{
+    Log(kLogErrors, std::string("Recovery: response refused: ") + volume::Describe(error));
+    if (error != Error::WrongPassword)
+        return {Answer::Fault, error};
+    if (++m_rejections < kMaxRejections)
+        return {Answer::Rejected};
+    m_ephemeral.reset();
+    return {Answer::Void};
+}
+
+} // namespace host
