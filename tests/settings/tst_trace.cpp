@@ -123,9 +123,9 @@ private slots:
     // For any code that a host may answer.
     void ResultTexts()
     {
-        QVERIFY(kro::GetResultCodeText(0x80010109) == u"Invalid path name");
-        QVERIFY(kro::GetResultCodeText(0x8001010A) == u"Unknown platform result code");
-        QVERIFY(kro::GetResultCodeText(0xFFFFFFFF) == u"Unknown result code");
+        QCOMPARE(QStringView(kro::GetResultCodeText(0x80010109)), u"Invalid path name");
+        QCOMPARE(QStringView(kro::GetResultCodeText(0x8001010A)), u"Unknown platform result code");
+        QCOMPARE(QStringView(kro::GetResultCodeText(0xFFFFFFFF)), u"Unknown result code");
     }
 };
 
