@@ -80,10 +80,3 @@ enter_both "$password" "$password"
 pass_word_about_layouts
 expect_end 0
 status_says 'used; renew it'
-
-# A second process knows the new password and the old one no more.
-start_screen
-log_on OFFICE boris "$forgotten"
-close_message
-enter "$password"
-expect_end 0
