@@ -47,7 +47,8 @@ REPLACEMENTS = [
 ]
 CONSTANT = re.compile(r"(?<![\w.'])(\d[\d']*)(?=[uUlL]*(?![\w.'.]))")
 CONDITION = re.compile(r"\b(if|while) (\()")
-STATEMENT = re.compile(r"^\s+(?!return|delete|throw|using|static|const|case|break|continue|else|if|for|while|goto|Log\(|Trace|pba::Trace)"
+STATEMENT = re.compile(r"^\s+(?!return|delete|throw|using|static|const|case|break|continue|else|if|for|while|goto|"
+                       r"Log\(|Trace|pba::Trace)"
                        r"[\w:.>\-\[\]()*]+(\(.*\)| [-+|&]?= .*);$")
 HIDDEN = re.compile(r'R"\((?:.|\n)*?\)"|"(?:\\.|[^"\\\n])*"|(?<!\w)\'(?:\\.|[^\'\\\n])+\'|//[^\n]*|/\*(?:.|\n)*?\*/'
                     r"|^[ \t]*#[^\n]*|\bstatic_assert\b[^;]*;", re.MULTILINE)
@@ -121,7 +122,9 @@ def lines_since(revision):
 def candidates(arguments):
     changed = lines_since(arguments.since) if arguments.since else None
     for path in git("ls-files", "--", *(arguments.files or ["."])).splitlines():
-        if not re.search(r"\.(cpp|h)$", path) or NO_PRODUCT.match(path) or (changed is not None and path not in changed):
+        if not re.search(r"\.(cpp|h)$", path) or NO_PRODUCT.match(path):
+            continue
+        if changed is not None and path not in changed:
             continue
         for mutant in mutants_of(path, git("show", f"HEAD:{path}")):
             if changed is None or mutant.line in changed[path]:
@@ -188,7 +191,6 @@ class Judge:
             code, output = test(regex, self.seconds[regex])
         finally:
             file.write_text(original)
-            build()
         if code is None:
             return "noticed: the tests do not end"
         if code == 0:
@@ -219,13 +221,15 @@ def main():
             fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
         except BlockingIOError:
             sys.exit("mutate.py: another run is at work")
-        prepare()
         return try_all(sample)
 
 
 def try_all(sample):
+    for ending in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(ending, signal.default_int_handler)
     judge, verdicts, code = Judge(), [], 0
     try:
+        prepare()
         for mutant in sample:
             verdicts.append(judge.judge(mutant))
             print(f"{mutant}: {verdicts[-1]}", flush=True)
