@@ -21,14 +21,15 @@ NO_PRODUCT = re.compile(r"(tests|bench|fuzz|docs|tools)/")
 
 # Which tests a folder concerns, as ctest -R takes it. The first that fits counts.
 TESTS = [
-    ("src/trace/", "settings"),
-    ("src/settings/", "settings|views"),
-    ("src/", "views|widgets"),
+    ("module/trace/", "settings"),
+    ("module/settings/", "settings|views"),
+    ("module/", "views"),
+    ("settings_format/", "settings|admin"),
     ("platform/layouts/", "platform_keyboard|admin"),
     ("platform/", "platform|end_to_end_token"),
-    ("host/volume/", "host|admin|token|power_loss"),
-    ("host/recovery/", "host|admin|power_loss"),
-    ("host/token/", "token|power_loss"),
+    ("volume/luks/", "host|admin|token|power_loss"),
+    ("volume/recovery/", "host|admin|power_loss"),
+    ("volume/token/", "token|power_loss"),
     ("host/", "host|token|recovery|secrets_nothing|end_to_end"),
     ("admin/", "admin|token|power_loss"),
     ("", "settings|views|host|admin|token"),

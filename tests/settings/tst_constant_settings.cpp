@@ -1,13 +1,13 @@
 // settings.bin: decoding, damaged and hostile files, checks, and the defaults that take its place.
 #include <sys/stat.h>
 
-#include "allocation_counter.h"
-#include "fake_pbe.h"
-#include "settings/input_locale_checks.h"
-#include "settings/paths.h"
-#include "settings/pba_file.h"
-#include "settings/settings.h"
-#include "test_main.h"
+#include "bench/allocation_counter.h"
+#include "tests/support/fake_pbe.h"
+#include "module/settings/input_locale_checks.h"
+#include "module/settings/paths.h"
+#include "module/settings/pba_file.h"
+#include "module/settings/settings.h"
+#include "tests/support/test_main.h"
 
 using namespace pba;
 

@@ -1,11 +1,11 @@
 // Log lines as the platform receives them, and the blocks that they are built in.
 #include <QCoreApplication>
 
-#include "fake_pbe.h"
-#include "test_main.h"
-#include "trace/module_tracer.h"
-#include "trace/result_text.h"
-#include "trace/trace.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/support/test_main.h"
+#include "module/trace/module_tracer.h"
+#include "module/trace/result_text.h"
+#include "module/trace/trace.h"
 
 using namespace pba;
 

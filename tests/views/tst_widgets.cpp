@@ -2,13 +2,13 @@
 // screens.
 #include <QSignalSpy>
 
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "settings_encoder.h"
-#include "test_main.h"
-#include "views/session.h"
-#include "widgets/pba_elided_label.h"
-#include "widgets/secret_field.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "settings_format/settings_encoder.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
+#include "module/widgets/pba_elided_label.h"
+#include "module/widgets/secret_field.h"
 
 class TestWidgets : public QObject
 {

@@ -5,8 +5,8 @@
 #include <QThread>
 
 #include "pbe/log.h"
-#include "stage.h"
-#include "texts.h"
+#include "tools/tour/stage.h"
+#include "host/screen/texts.h"
 
 namespace {
 
