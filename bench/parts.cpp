@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "tests/support/allocation_counter.h"
+#include "bench/allocation_counter.h"
 #include "tests/support/recording_host.h"
 #include "module/settings/settings.h"
 #include "bench/table_reporter.h"

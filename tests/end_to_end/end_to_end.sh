@@ -2,9 +2,10 @@
 # end_to_end.sh BIN: a person logs on at the keyboard, and chooses a new password.
 bin=$1
 . "$(dirname "$0")/steps.sh"
-password='Paper-boat 42'
-wrong='paper-boat 42'
-new='Paper-ship 43'
+password='Xq7-Zv2 Kw9=Jh4b'
+wrong='Xq7-Zv2 Kw8=Jh4b'
+new='Gf5+Tn6 Rd3=Lm1c'
+keep_secret "$wrong" "$new"
 
 prepare "$password"
 : >"$work/root/pba/last_usr.txt"
@@ -22,7 +23,6 @@ head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version:
     || fail "The log does not begin with the version record."
 [ "$(grep -cE $'pba::QtViewImpl::OnLogin\t(BEGIN|END: 0x00000000)' "$log")" -eq 4 ] \
     || fail "The log does not hold two logins."
-! logged "$password" && ! logged "$wrong" || fail "A password is in the log."
 
 # Domain and user are remembered: the password is all that is missing. By "Password change" to a new one.
 start_screen
@@ -35,7 +35,6 @@ xdotool key shift+Tab
 enter_both "$new" "$new"
 pass_word_about_layouts
 expect_end 0
-! logged "$password" && ! logged "$new" || fail "A password is in the log."
 
 start_screen
 enter "$password"

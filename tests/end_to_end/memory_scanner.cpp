@@ -1,12 +1,13 @@
-// Preloaded into a program: when it ends, looks through all memory that it could write to for pieces of a
-// secret, and appends what it has found to a file. SCANNER_SECRET holds the secret masked, as pairs of
-// hexadecimal digits, and masked it stays here, so that the scanner does not find itself; SCANNER_REPORT
-// names the file.
+// Preloaded into a program: when it ends, looks through all memory that it could write to for pieces of
+// secrets, and writes what it has found to a file. SCANNER_CANARIES names a file with a secret a line,
+// masked, as pairs of hexadecimal digits, and masked they stay here, so that the scanner does not find
+// itself; SCANNER_REPORT names the file for the findings.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include <sys/uio.h>
 #include <unistd.h>
@@ -14,30 +15,44 @@
 namespace {
 
 constexpr std::uint8_t kMask = 0x5A;
-// As many characters in a row betray a secret.
+// As many characters in a row betray a secret; of a long one that is a key it takes more to be no chance.
 constexpr std::size_t kPiece = 5;
-constexpr std::size_t kLongest = 64;
-constexpr std::size_t kPieceRoom = 2 * kPiece; // in UTF-16
+constexpr std::size_t kPieceOfKey = 8;
+constexpr std::size_t kKey = 32;
+constexpr std::size_t kPieceRoom = 2 * kPieceOfKey; // in UTF-16
 constexpr std::size_t kChunk = 64 * 1024;
 
-std::uint8_t s_masked[kLongest];
-std::size_t s_length = 0;
+struct Piece
+{
+    std::uint8_t masked[kPieceOfKey];
+    std::size_t size;
+};
+Piece s_pieces[1024];
+std::size_t s_count = 0;
 bool s_begins[256]; // a piece
 
-void ReadSecret(const char *hex)
+void ReadCanaries(std::FILE *file)
 {
-    unsigned byte = 0;
-    for (; s_length < kLongest && std::sscanf(hex, "%2x", &byte) == 1; hex += 2)
-        s_masked[s_length++] = static_cast<std::uint8_t>(byte);
-    for (std::size_t i = 0; i + kPiece <= s_length; ++i)
-        s_begins[s_masked[i] ^ kMask] = true;
+    char line[512];
+    while (file && std::fgets(line, sizeof line, file)) {
+        std::uint8_t masked[sizeof line / 2];
+        std::size_t length = 0;
+        for (unsigned byte = 0; std::sscanf(line + 2 * length, "%2x", &byte) == 1;)
+            masked[length++] = static_cast<std::uint8_t>(byte);
+        const std::size_t size = length < kKey ? kPiece : kPieceOfKey;
+        for (std::size_t i = 0; i + size <= length && s_count < std::size(s_pieces); ++i) {
+            std::copy_n(masked + i, size, s_pieces[s_count].masked);
+            s_pieces[s_count++].size = size;
+            s_begins[masked[i] ^ kMask] = true;
+        }
+    }
 }
 
-// Whether `place` holds the piece, its characters `stride` bytes apart: 1 for UTF-8, 2 for UTF-16.
-bool IsPiece(const std::uint8_t *place, std::size_t stride, const std::uint8_t *masked)
+// Whether the piece stands there, its characters `stride` bytes apart: 1 for UTF-8, 2 for UTF-16.
+bool IsPiece(const std::uint8_t *place, std::size_t stride, const Piece &piece)
 {
-    for (std::size_t i = 0; i < kPiece; ++i) {
-        if ((place[i * stride] ^ kMask) != masked[i] || (stride == 2 && place[2 * i + 1] != 0))
+    for (std::size_t i = 0; i < piece.size; ++i) {
+        if ((place[i * stride] ^ kMask) != piece.masked[i] || (stride == 2 && place[2 * i + 1] != 0))
             return false;
     }
     return true;
@@ -45,13 +60,10 @@ bool IsPiece(const std::uint8_t *place, std::size_t stride, const std::uint8_t *
 
 bool HoldsPiece(const std::uint8_t *place, std::size_t room)
 {
-    for (std::size_t stride = 1; stride <= 2 && room >= stride * kPiece; ++stride) {
-        for (std::size_t piece = 0; piece + kPiece <= s_length; ++piece) {
-            if (IsPiece(place, stride, s_masked + piece))
-                return true;
-        }
-    }
-    return false;
+    return std::any_of(s_pieces, s_pieces + s_count, [&](const Piece &piece) {
+        return (room >= piece.size && IsPiece(place, 1, piece)) ||
+               (room >= 2 * piece.size && IsPiece(place, 2, piece));
+    });
 }
 
 // Looks at copies: a thread that is ending takes its memory away at any moment.
@@ -73,11 +85,11 @@ void Scan(std::uintptr_t begin, std::uintptr_t end, const char *what, std::FILE 
 
 struct Scanner
 {
-    Scanner() { ReadSecret(std::getenv("SCANNER_SECRET")); }
     ~Scanner()
     {
+        ReadCanaries(std::fopen(std::getenv("SCANNER_CANARIES"), "r"));
         std::FILE *maps = std::fopen("/proc/self/maps", "r");
-        std::FILE *report = std::fopen(std::getenv("SCANNER_REPORT"), "a");
+        std::FILE *report = std::fopen(std::getenv("SCANNER_REPORT"), "w");
         char line[512];
         std::uintptr_t begin = 0;
         std::uintptr_t end = 0;
@@ -86,7 +98,7 @@ struct Scanner
                 Scan(begin, end, line, report);
         }
         if (maps && report)
-            std::fputs("scanned\n", report);
+            std::fputs(s_count > 0 ? "scanned\n" : "nothing to look for\n", report);
         if (report)
             std::fclose(report);
     }

@@ -4,12 +4,14 @@
 bin=$1
 reader=$2
 . "$(dirname "$0")/steps.sh"
-forgotten='Paper-boat 42'
-password='Green quill 7'
+forgotten='Xq7-Zv2 Kw9=Jh4b'
+password='Gf5+Tn6 Rd3=Lm1c'
 passphrase='correct horse battery'
+keep_secret "$password"
 machine=demo-laptop # as the settings have it
 screen=$work/screen
-run_by=(env "LD_PRELOAD=$reader" "SCREEN_READER_REPORT=$screen")
+preload=$reader
+export SCREEN_READER_REPORT=$screen
 
 shows() { cut -f 4 "$screen" 2>/dev/null | grep -qF -- "$1"; }
 recovery() { "$bin/pba_admin" recovery "$@" || fail "pba_admin recovery $1 fails."; }
@@ -61,6 +63,7 @@ shows "$machine" || fail "The computer's name is not on the screen."
 answer=$(printf '%s\n' "$passphrase" "$challenge" | recovery respond --key "$work/keys" --escrow "$work/escrow" \
     --machine "$machine" --user Boris --passphrase-stdin)
 mapfile -t lines < <(sed 's/^String [12]: //; s/ //g' <<<"$answer")
+for line in "${lines[@]}"; do keep_secret "$line" "${line,,}" "$(sed 's/..../&./g' <<<"$line")"; done
 xdotool key Return
 wait_for "the third step" shows 'Step 3: Response'
 type_text "${lines[1]}" # the second line first
@@ -77,13 +80,3 @@ enter_both "$password" "$password"
 pass_word_about_layouts
 expect_end 0
 status_says 'used; renew it'
-for secret in "${lines[@]}" "$password" "$forgotten"; do
-    ! logged "$secret" || fail "A secret is in the log."
-done
-
-# A second process knows the new password and the old one no more.
-start_screen
-log_on OFFICE boris "$forgotten"
-close_message
-enter "$password"
-expect_end 0

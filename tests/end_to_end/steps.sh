@@ -1,12 +1,16 @@
 # To be sourced by the scripts beside it, with the programs' directory in `bin`, and in `pba_host` a program in
 # place of the one there: the host, as it is installed, in the X server that DISPLAY names, and what a person
-# does at its keyboard. Secrets travel through pipes only.
+# does at its keyboard. Secrets travel through pipes only, and each script names its own to `keep_secret`: when the
+# host has ended, none may stand in its log, at the highest severity, and no piece of one in its memory, where
+# MEMORY_SCANNER names the library that looks. `preload` names a library of the script's own for the host.
 set -euo pipefail
 work=$(mktemp -d)
 host=
-run_by=() # a program and its arguments that pba_host is started by
+preload=
+secrets=()
 trap '[ -z "$host" ] || kill -KILL "$host" 2>/dev/null || true; rm -rf "$work"' EXIT
 log=$work/log
+report=$work/report
 
 fail()
 {
@@ -35,12 +39,43 @@ type_text() { printf '%s' "$1" | xdotool type --delay 5 --file -; }
 enter() { type_text "$1"; xdotool key Return; }
 enter_both() { type_text "$1"; xdotool key Tab; enter "$2"; }
 
+# Standard input as the scanner wants it: masked, so that it does not find what it is told.
+mask()
+{
+    local byte
+    for byte in $(od -An -v -tu1); do printf '%02x' $((byte ^ 0x5a)); done
+    echo
+}
+
+keep_secret()
+{
+    local secret
+    for secret in "$@"; do
+        secrets+=("$secret")
+        printf '%s' "$secret" | mask >>"$work/canaries"
+    done
+}
+
 start_host()
 {
-    rm -f "$log"
-    "${run_by[@]}" "${pba_host:-$bin/pba_host}" --root "$work/root" --volume "$work/volume.img" \
-        --log "$log" --log-severity 700 "$@" >"$work/stdout" 2>"$work/stderr" </dev/null &
+    rm -f "$log" "$report"
+    # What the host freed nobody else may overwrite.
+    env -u MALLOC_PERTURB_ LD_PRELOAD="$preload ${MEMORY_SCANNER:-}" SCANNER_REPORT="$report" \
+        SCANNER_CANARIES="$work/canaries" "${pba_host:-$bin/pba_host}" \
+        --root "$work/root" --volume "$work/volume.img" --log "$log" --log-severity 1000 "$@" \
+        >"$work/stdout" 2>"$work/stderr" </dev/null &
     host=$!
+}
+
+# Of a key that went into a field, or to the entropy, not even the release is in the log.
+expect_secrecy()
+{
+    local secret
+    for secret in "${secrets[@]}"; do ! logged "$secret" || fail "A secret is in the log."; done
+    ! grep -E '\bkey:(3[3-9]|[4-9][0-9]|1[01][0-9]|12[0-6]),' "$log" >&2 || fail "A character that was typed is in the log."
+    [ -n "${MEMORY_SCANNER:-}" ] || return 0
+    [ "$(tail -n 1 "$report")" = scanned ] || fail "The memory was not scanned."
+    ! grep ' in ' "$report" >&2 || fail "Pieces of secrets are left in the memory."
 }
 
 # Up to the first page, ready for keys.
@@ -60,6 +95,7 @@ expect_end()
     host=
     [ "$code" -eq "$1" ] || fail "pba_host ended with $code instead of $1."
     [ ! -s "$work/stdout" ] || fail "pba_host wrote to standard output."
+    expect_secrecy
 }
 
 # Types a domain, a user name and a password on the login page and hands them over.
@@ -94,4 +130,8 @@ prepare()
         "$work/root/pba/settings.bin"
     printf '%s\n' "$1" | "$bin/pba_admin" volume create "$work/volume.img" --size 20M \
         --domain OFFICE --user boris --iter-time 10 --password-stdin
+    keep_secret "$1"
+    printf '%s' "$1" | /usr/sbin/cryptsetup luksDump -q --dump-volume-key --volume-key-file "$work/key" --key-file - \
+        "$work/volume.img" >/dev/null
+    mask <"$work/key" >>"$work/canaries"
 }

@@ -4,10 +4,10 @@
 #include <QRawFont>
 #include <QTranslator>
 
-#include "tests/support/shown_texts.h"
+#include "tools/tour/shown_texts.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
-#include "tests/support/translations.h"
+#include "tools/tour/translations.h"
 #include "module/widgets/pba_message_box.h"
 
 PBA_TEST_MAIN(QApplication)

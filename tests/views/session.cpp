@@ -61,6 +61,9 @@ void Boxes::Look()
                  title->property("error_title").toBool(),
                  version && version->isVisible() ? version->text() : QString(),
                  cursor && cursor->shape() == Qt::WaitCursor});
+    // Names are never taken for markup.
+    QCOMPARE(title->textFormat(), Qt::PlainText);
+    QCOMPARE(dialog->findChild<QLabel *>(u"mainText"_qs)->textFormat(), Qt::PlainText);
     m_answered = dialog;
     whileStanding();
     const QString answer = m_answers.takeFirst();

@@ -5,7 +5,7 @@
 #include <QThread>
 
 #include "pbe/log.h"
-#include "tests/tour/stage.h"
+#include "tools/tour/stage.h"
 #include "host/screen/texts.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/tour/stage.h"
+#include "tools/tour/stage.h"
 
 #include <cstdio>
 
@@ -17,8 +17,8 @@
 
 #include "pbe/files.h"
 #include "pbe/log.h"
-#include "tests/support/shown_texts.h"
-#include "tests/support/translations.h"
+#include "tools/tour/shown_texts.h"
+#include "tools/tour/translations.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tests/support/shown_texts.h"
+#include "tools/tour/shown_texts.h"
 
 #include <QAbstractButton>
 #include <QLabel>
