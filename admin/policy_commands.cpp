@@ -1,12 +1,10 @@
 // What a volume asks of its users' passwords and logins: policy show and policy set.
 #include <algorithm>
-#include <iostream>
-
-#include <nlohmann/json.hpp>
 
 #include "command_line.h"
 #include "commands.h"
 #include "failure.h"
+#include "json_output.h"
 #include "table.h"
 #include "volume_session.h"
 
@@ -58,7 +56,7 @@ void ShowPolicy(const PolicyOptions &options)
         nlohmann::json object = nlohmann::json::parse(volume::EncodePolicy(policy));
         object.erase("type");
         object.erase("keyslots");
-        std::cout << object.dump(2) << '\n';
+        PrintJson(object);
         return;
     }
     const std::string delay = Count(policy.delaySeconds, "seconds after each failure", "none");

@@ -12,6 +12,7 @@
 #include "recovery_keys.h"
 #include "response_log.h"
 #include "volume/text.h"
+#include "volume_session.h"
 
 namespace admin {
 namespace {
@@ -150,8 +151,7 @@ void Print(const recovery::ResponseLines &lines, bool spell)
 
 void RespondToChallenge(const RecoveryOptions &options)
 {
-    if (const char *fault = volume::FindNameFault(options.name))
-        throw Failure(fault, kExitUsage);
+    CheckName(options.name);
     const auto records = FindRecords(options.escrow, options.machine);
     if (records.empty())
         throw Failure(options.escrow + ": no record of a computer named " + options.machine +

@@ -4,10 +4,9 @@
 #include <cstdio>
 #include <iostream>
 
-#include <nlohmann/json.hpp>
-
 #include "failure.h"
 #include "hotkey_text.h"
+#include "json_output.h"
 #include "layouts/layout_table.h"
 #include "settings_file.h"
 #include "settings_json.h"
@@ -67,10 +66,10 @@ void PrintFindings(const SettingsFile &file)
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
     for (const Finding &finding : file.findings) {
         list.push_back({{"kind", finding.isFault ? "fault" : "warning"},
-                        {"place", volume::Printable(finding.place)},
-                        {"text", volume::Printable(finding.what)}});
+                        {"place", finding.place},
+                        {"text", finding.what}});
     }
-    std::cout << list.dump(2) << '\n';
+    PrintJson(list);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "commands.h"
 #include "failure.h"
+#include "passwords.h"
+#include "progress.h"
 #include "recovery/volume_recovery.h"
 #include "signals.h"
 #include "token/volume_tokens.h"
@@ -27,6 +29,7 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
 {
     std::unique_ptr<Volume> volume = OpenVolume(path);
     Require(volume->CheckWritable(), path);
+    const Progress progress("putting in order what was interrupted before");
     const HeldSignals held;
     Require(volume->FinishPending(), *volume);
     Require(recovery::FinishPending(*volume), *volume);
@@ -34,9 +37,24 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
     return volume;
 }
 
+volume::Secret Authorise(Volume &volume, const PasswordSource &passwords)
+{
+    const volume::Secret password = passwords.Existing();
+    const Progress progress("looking for a keyslot that the password opens");
+    volume::Secret volumeKey;
+    Require(volume.Authorise(password, &volumeKey), volume);
+    return volumeKey;
+}
+
 void CheckName(const volume::UserName &name)
 {
     if (const char *fault = volume::FindNameFault(name))
+        throw Failure(fault, kExitUsage);
+}
+
+void CheckNewName(const volume::UserName &name)
+{
+    if (const char *fault = volume::FindNewNameFault(name))
         throw Failure(fault, kExitUsage);
 }
 

@@ -11,7 +11,6 @@ namespace {
 const volume::UserName kAnna{"", "anna"};
 const volume::UserName kCarl{"", "carl"};
 constexpr char kNewPassword[] = "silver spoon"; // and the token's PIN
-constexpr int kPowerLost = 86;
 
 // What authorises, and the new one.
 const QByteArray kPasswords = QByteArray(ScratchVolume::kPassword) + '\n' + kNewPassword + '\n';
@@ -26,9 +25,9 @@ const QStringList kRemoveToken{"token", "remove", "--keyslot", "2"};
 int RunUntil(int moment, const ScratchVolume &scratch, const QStringList &command)
 {
     const QString path = QString::fromStdString(scratch.Path());
-    const QStringList environment{"LD_PRELOAD=" POWER_LOSS, "PBA_POWER_LOSS_FILE=" + path,
-                                  "PBA_POWER_LOSS_AT=" + QString::number(moment), PBA_ADMIN};
-    return Run("/usr/bin/env", environment + command + QStringList{"--volume", path}, kPasswords).exitCode;
+    return RunUntil(moment, path, QStringList{PBA_ADMIN} + command + QStringList{"--volume", path},
+                    kPasswords)
+        .exitCode;
 }
 
 // Each user has one keyslot, be it a token's, and nothing else has any.
