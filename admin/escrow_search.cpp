@@ -1,4 +1,4 @@
-#include "escrow_search.h"
+#include "admin/escrow_search.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,12 +9,12 @@
 #include <unistd.h>
 #include <utility>
 
-#include "failure.h"
-#include "mapped_file.h"
-#include "progress.h"
-#include "scratch_file.h"
-#include "volume/name_comparison.h"
-#include "volume/text.h"
+#include "admin/failure.h"
+#include "admin/mapped_file.h"
+#include "admin/progress.h"
+#include "admin/scratch_file.h"
+#include "base/text.h"
+#include "volume/luks/name_comparison.h"
 
 namespace admin {
 namespace {

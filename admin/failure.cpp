@@ -1,10 +1,10 @@
-#include "failure.h"
+#include "admin/failure.h"
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
-#include "volume/durable_name.h"
+#include "base/durable_name.h"
 
 namespace admin {
 

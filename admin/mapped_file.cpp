@@ -1,4 +1,4 @@
-#include "mapped_file.h"
+#include "admin/mapped_file.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "failure.h"
+#include "admin/failure.h"
 
 namespace admin {
 namespace {

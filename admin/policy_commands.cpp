@@ -1,12 +1,12 @@
 // What a volume asks of its users' passwords and logins: policy show and policy set.
 #include <algorithm>
 
-#include "command_line.h"
-#include "commands.h"
-#include "failure.h"
-#include "json_output.h"
-#include "table.h"
-#include "volume_session.h"
+#include "admin/command_line.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "admin/json_output.h"
+#include "admin/table.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,4 +1,4 @@
-#include "progress.h"
+#include "admin/progress.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,4 +1,4 @@
-#include "response_log.h"
+#include "admin/response_log.h"
 
 #include <ctime>
 #include <string_view>
@@ -6,8 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "appended_line.h"
-#include "mapped_file.h"
+#include "admin/appended_line.h"
+#include "admin/mapped_file.h"
 
 namespace admin {
 namespace {

@@ -1,16 +1,16 @@
 // Settings for a person to read: what is in them and what is wrong with them.
-#include "settings.h"
+#include "admin/settings.h"
 
 #include <cstdio>
 #include <iostream>
 
-#include "failure.h"
-#include "hotkey_text.h"
-#include "json_output.h"
-#include "layouts/layout_table.h"
-#include "settings_file.h"
-#include "settings_json.h"
-#include "volume/text.h"
+#include "admin/failure.h"
+#include "admin/hotkey_text.h"
+#include "admin/json_output.h"
+#include "admin/settings_file.h"
+#include "admin/settings_json.h"
+#include "base/text.h"
+#include "platform/layouts/layout_table.h"
 
 namespace admin {
 namespace {

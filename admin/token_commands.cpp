@@ -1,17 +1,17 @@
-#include "token.h"
+#include "admin/token.h"
 
 #include <algorithm>
 
-#include "failure.h"
-#include "json_output.h"
-#include "passwords.h"
-#include "progress.h"
-#include "signals.h"
-#include "table.h"
-#include "token/modules.h"
-#include "token/uri.h"
-#include "token/volume_tokens.h"
-#include "volume_session.h"
+#include "admin/failure.h"
+#include "admin/json_output.h"
+#include "admin/passwords.h"
+#include "admin/progress.h"
+#include "admin/signals.h"
+#include "admin/table.h"
+#include "admin/volume_session.h"
+#include "volume/token/modules.h"
+#include "volume/token/uri.h"
+#include "volume/token/volume_tokens.h"
 
 namespace admin {
 namespace {

@@ -1,13 +1,13 @@
 // What a volume holds, for people and for programs: volume info and user list.
-#include "commands.h"
+#include "admin/commands.h"
 
 #include <algorithm>
 #include <ctime>
 #include <iostream>
 
-#include "json_output.h"
-#include "table.h"
-#include "volume_session.h"
+#include "admin/json_output.h"
+#include "admin/table.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,12 +1,12 @@
-#include "volume_session.h"
+#include "admin/volume_session.h"
 
-#include "commands.h"
-#include "failure.h"
-#include "passwords.h"
-#include "progress.h"
-#include "recovery/volume_recovery.h"
-#include "signals.h"
-#include "token/volume_tokens.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/progress.h"
+#include "admin/signals.h"
+#include "volume/recovery/volume_recovery.h"
+#include "volume/token/volume_tokens.h"
 
 namespace admin {
 

@@ -1,15 +1,15 @@
 // Offline recovery as an administrator sets it up and answers calls; the test is the computer.
 #include <sys/stat.h>
 
-#include "appended_line.h"
-#include "recovery/administrator_key.h"
-#include "recovery/challenge.h"
-#include "recovery/response.h"
-#include "recovery/volume_recovery.h"
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "admin/appended_line.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/run_program.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
+#include "volume/recovery/administrator_key.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/response.h"
+#include "volume/recovery/volume_recovery.h"
 
 using volume::Error;
 
