@@ -1,7 +1,6 @@
 #include "admin/appended_line.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -39,7 +38,7 @@ AppendedLine::AppendedLine(const std::string &path, const std::string &line)
             Fail();
         volume::MakeNameDurable(m_path);
     } catch (...) {
-        [[maybe_unused]] const int result = ftruncate(m_file, m_formerSize);
+        TakeBack();
         close(m_file);
         throw;
     }
@@ -47,9 +46,18 @@ AppendedLine::AppendedLine(const std::string &path, const std::string &line)
 
 AppendedLine::~AppendedLine()
 {
-    if (!m_kept && ftruncate(m_file, m_formerSize) == 0)
-        fsync(m_file);
+    if (!m_kept)
+        TakeBack();
     close(m_file);
+}
+
+// While the others wait: a file that nobody has written to is not left lying about.
+void AppendedLine::TakeBack()
+{
+    if (m_made && m_formerSize == 0)
+        unlink(m_path.c_str());
+    else if (ftruncate(m_file, m_formerSize) == 0)
+        fsync(m_file);
 }
 
 void AppendedLine::Open()
@@ -58,6 +66,7 @@ void AppendedLine::Open()
     do {
         if (m_file >= 0)
             close(m_file);
+        m_made = lstat(m_path.c_str(), &status) != 0;
         m_file = open(m_path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kReadableByOwner);
         if (m_file < 0 || flock(m_file, LOCK_EX) != 0)
             Fail();
@@ -80,7 +89,7 @@ void AppendedLine::Write(const std::string &bytes) const
 
 void AppendedLine::Fail() const
 {
-    throw Failure(m_path + ": cannot be written: " + std::strerror(errno));
+    throw FileFailure(m_path, "cannot be written", errno);
 }
 
 } // namespace admin

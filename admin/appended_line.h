@@ -21,11 +21,13 @@ public:
 
 private:
     void Open();
+    void TakeBack();
     void Write(const std::string &bytes) const;
     [[noreturn]] void Fail() const;
 
     std::string m_path;
     int m_file = -1;
+    bool m_made = false; // the file was not there before
     off_t m_formerSize = 0;
     bool m_kept = false;
 };

@@ -9,6 +9,22 @@ CLI::App *AddCommand(CLI::App *group, const char *name, const char *description,
     return command;
 }
 
+// The library says that a command is missing, also where it has met one that it does not know.
+std::string Explain(const CLI::App &app, const CLI::ParseError &fault)
+{
+    const CLI::App *group = &app;
+    std::string name = app.get_name();
+    while (!group->get_subcommands().empty()) {
+        group = group->get_subcommands().front();
+        name += ' ' + group->get_name();
+    }
+    const std::vector<std::string> rest = group->remaining();
+    std::string what = fault.what();
+    if (group->get_require_subcommand_min() > 0 && !rest.empty())
+        what = (rest[0].starts_with('-') ? "unknown option: " : "unknown command: ") + name + ' ' + rest[0];
+    return what + "; see " + name + " --help";
+}
+
 std::string CheckNotEmpty(const std::string &value)
 {
     return value.empty() ? "must not be empty" : "";

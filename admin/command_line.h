@@ -22,6 +22,8 @@ void AddTokenCommands(CLI::App *app, TokenOptions *options);
 
 // `example` is a line as typed at a shell.
 CLI::App *AddCommand(CLI::App *group, const char *name, const char *description, const char *example);
+// What is wrong with a command line, and where to read more.
+std::string Explain(const CLI::App &app, const CLI::ParseError &fault);
 // For options that take a path. An empty one is often a script's unset variable.
 std::string CheckNotEmpty(const std::string &value);
 

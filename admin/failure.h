@@ -34,6 +34,9 @@ private:
     int m_exitCode;
 };
 
+// `what` was to be done to the file; `error` is an errno value.
+Failure FileFailure(const std::string &path, const char *what, int error);
+
 // Throws unless `error` is none. `subject` is what it is about, `detail` a technician's words, may be empty.
 inline void Require(volume::Error error, const std::string &subject, const std::string &detail = {})
 {

@@ -59,7 +59,7 @@ int Main(int argc, char **argv)
     } catch (const CLI::Success &request) {
         app.exit(request);
     } catch (const CLI::ParseError &fault) {
-        throw Failure(std::string(fault.what()) + "; see pba_admin --help", kExitUsage);
+        throw Failure(Explain(app, fault), kExitUsage);
     }
     if (!std::cout.flush())
         throw Failure("standard output: cannot be written");

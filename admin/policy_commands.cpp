@@ -1,13 +1,11 @@
 // What a volume asks of its users' passwords and logins: policy show and policy set.
 #include <algorithm>
 #include <ctime>
-#include <iostream>
-
-#include <nlohmann/json.hpp>
 
 #include "admin/command_line.h"
 #include "admin/commands.h"
 #include "admin/failure.h"
+#include "admin/json_output.h"
 #include "admin/table.h"
 #include "admin/volume_session.h"
 
@@ -74,7 +72,7 @@ void ShowPolicy(const PolicyOptions &options)
         nlohmann::json object = nlohmann::json::parse(volume::EncodePolicy(policy));
         object.erase("type");
         object.erase("keyslots");
-        std::cout << object.dump(2) << '\n';
+        PrintJson(object);
         return;
     }
     const std::string delay = Count(policy.delaySeconds, "seconds after each failure", "none");

@@ -23,6 +23,8 @@ struct RecoveryOptions
 };
 
 void MakeRecoveryKeys(const RecoveryOptions &options);
+// The half that is no secret, from the other one.
+void WritePublicKey(const RecoveryOptions &options);
 void EnrollVolume(const RecoveryOptions &options);
 void RenewRecovery(const RecoveryOptions &options);
 void ShowRecovery(const RecoveryOptions &options);

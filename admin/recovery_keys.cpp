@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,11 +9,12 @@
 
 #include "admin/failure.h"
 #include "admin/passwords.h"
+#include "admin/progress.h"
 #include "admin/recovery.h"
-#include "volume/recovery/enrolment.h"
 #include "admin/scratch_file.h"
 #include "admin/signals.h"
 #include "admin/whole_file.h"
+#include "volume/recovery/enrolment.h"
 
 namespace admin {
 namespace {
@@ -23,6 +23,7 @@ using recovery::KeyFileFault;
 
 constexpr char kSecretName[] = "/recovery.key";
 constexpr char kPublicName[] = "/recovery.pub";
+constexpr char kDeriving[] = "deriving the key from the passphrase";
 constexpr mode_t kOwnersDirectory = 0700;
 constexpr mode_t kReadableByAll = 0644;
 
@@ -53,7 +54,7 @@ void MakeDirectory(const std::string &path, Made *made)
     if (mkdir(path.c_str(), kOwnersDirectory) == 0)
         made->Add(path);
     else if (errno != EEXIST)
-        throw Failure(path + ": cannot be made: " + std::strerror(errno));
+        throw FileFailure(path, "cannot be made", errno);
 }
 
 void WriteNew(const std::string &path, const std::string &text, mode_t mode)
@@ -64,10 +65,31 @@ void WriteNew(const std::string &path, const std::string &text, mode_t mode)
     file.FinishNew();
 }
 
+bool Exists(const std::string &path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
 void RequireMissing(const std::string &path)
 {
-    if (access(path.c_str(), F_OK) == 0)
+    if (Exists(path))
         throw Failure(path + ": exists already; computers may depend on it, so name another directory");
+}
+
+// A loss of power may have come between the two.
+void RequireNeither(const std::string &directory)
+{
+    if (Exists(directory + kSecretName) && !Exists(directory + kPublicName))
+        throw Failure(directory + kSecretName +
+                      ": exists already, without its recovery.pub; write that with " +
+                      "pba_admin recovery pubkey, or name another directory");
+    RequireMissing(directory + kSecretName);
+    RequireMissing(directory + kPublicName);
+}
+
+void WriteNewPublicKey(const std::string &directory, const recovery::PublicKey &key)
+{
+    WriteNew(directory + kPublicName, recovery::EncodePublicKey(key), kReadableByAll);
 }
 
 } // namespace
@@ -75,31 +97,41 @@ void RequireMissing(const std::string &path)
 void MakeRecoveryKeys(const RecoveryOptions &options)
 {
     const std::string secretPath = options.keys + kSecretName;
-    const std::string publicPath = options.keys + kPublicName;
-    RequireMissing(secretPath);
-    RequireMissing(publicPath);
+    RequireNeither(options.keys);
     const volume::Secret passphrase = PasswordSource(options.passphraseFromStandardInput).NewPassphrase();
+    const Progress progress(kDeriving);
     const recovery::SecretKey key = recovery::MakeAdministratorKey();
     const recovery::PublicKey publicKey = recovery::PublicKeyOf(key);
     const std::string sealed = recovery::SealSecretKey(key, passphrase, {});
     {
-        const HeldSignals held; // one half without the other would stay for good
+        const HeldSignals held; // one half without the other would stay
         Made made;
         MakeDirectory(options.keys, &made);
         WriteNew(secretPath, sealed, S_IRUSR | S_IWUSR);
         made.Add(secretPath);
-        WriteNew(publicPath, recovery::EncodePublicKey(publicKey), kReadableByAll);
+        WriteNewPublicKey(options.keys, publicKey);
         made.Keep();
     }
     std::cout << recovery::Fingerprint(publicKey) << '\n';
+}
+
+void WritePublicKey(const RecoveryOptions &options)
+{
+    RequireMissing(options.keys + kPublicName);
+    const auto key =
+        recovery::PublicKeyOf(OpenSecretKeyIn(options.keys, options.passphraseFromStandardInput));
+    WriteNewPublicKey(options.keys, key);
+    std::cout << recovery::Fingerprint(key) << '\n';
 }
 
 recovery::SecretKey OpenSecretKeyIn(const std::string &directory, bool passphraseFromStandardInput)
 {
     const std::string path = directory + kSecretName;
     const std::string text = ReadWholeFile(path);
+    const volume::Secret passphrase = PasswordSource(passphraseFromStandardInput).Passphrase();
+    const Progress progress(kDeriving);
     recovery::SecretKey key;
-    switch (recovery::OpenSecretKey(text, PasswordSource(passphraseFromStandardInput).Passphrase(), &key)) {
+    switch (recovery::OpenSecretKey(text, passphrase, &key)) {
     case KeyFileFault::None:
         return key;
     case KeyFileFault::NoKeyFile:

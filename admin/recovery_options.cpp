@@ -7,11 +7,11 @@
 namespace admin {
 namespace {
 
-std::string CheckMachine(const std::string &name)
+// A record of a former version may have been sealed under another name.
+std::string CheckNewMachine(const std::string &name)
 {
-    const bool usable = !name.empty() && name.size() <= recovery::kMaxMachineBytes &&
-                        volume::Utf16Length(name) && volume::Printable(name) == name;
-    return usable ? "" : "must be UTF-8 text of 1 to 256 bytes without control characters";
+    const bool usable = !name.empty() && name.size() <= recovery::kMaxMachineBytes && volume::IsPlain(name);
+    return usable ? "" : "must be UTF-8 text of 1 to 256 bytes in which every character shows";
 }
 
 void AddPath(CLI::App *command, const char *name, std::string *path, const char *description)
@@ -25,12 +25,10 @@ void AddPassphraseFlag(CLI::App *command, RecoveryOptions *options)
                       "The key's passphrase from the first line of standard input");
 }
 
-void AddEscrow(CLI::App *command, RecoveryOptions *options)
+CLI::Option *AddEscrow(CLI::App *command, RecoveryOptions *options)
 {
     AddPath(command, "--escrow", &options->escrow, "The file of sealed records");
-    command->add_option("--machine", options->machine, "The name that the computer shows")
-        ->required()
-        ->check(CheckMachine);
+    return command->add_option("--machine", options->machine, "The name that the computer shows")->required();
 }
 
 void AddKeygen(CLI::App *recovery, RecoveryOptions *options)
@@ -45,6 +43,18 @@ void AddKeygen(CLI::App *recovery, RecoveryOptions *options)
     command->final_callback([options] { MakeRecoveryKeys(*options); });
 }
 
+void AddPubkey(CLI::App *recovery, RecoveryOptions *options)
+{
+    CLI::App *command =
+        AddCommand(recovery, "pubkey",
+                   "Write recovery.pub anew from recovery.key, should it be missing. Prints its "
+                   "fingerprint",
+                   "pba_admin recovery pubkey --key /media/stick/recovery");
+    AddPath(command, "--key", &options->keys, "The directory that keygen has made");
+    AddPassphraseFlag(command, options);
+    command->final_callback([options] { WritePublicKey(*options); });
+}
+
 void AddSetUp(CLI::App *recovery, RecoveryOptions *options, const char *name, const char *description,
               void (*run)(const RecoveryOptions &))
 {
@@ -54,7 +64,7 @@ void AddSetUp(CLI::App *recovery, RecoveryOptions *options, const char *name, co
     CLI::App *command = AddCommand(recovery, name, description, example.c_str());
     AddPath(command, "--volume", &options->volume, "LUKS2 volume, a device or a file");
     AddPath(command, "--admin-key", &options->publicKey, "The administrator's recovery.pub");
-    AddEscrow(command, options);
+    AddEscrow(command, options)->check(CheckNewMachine);
     command->add_flag("--password-stdin", options->passwordFromStandardInput,
                       "The password that authorises from standard input");
     command->final_callback([options, run] { run(*options); });
@@ -69,7 +79,7 @@ void AddRespond(CLI::App *recovery, RecoveryOptions *options)
         "pba_admin recovery respond --key /media/stick/recovery --escrow escrow --machine lab-7 "
         "--user anna");
     AddPath(command, "--key", &options->keys, "The directory that keygen has made");
-    AddEscrow(command, options);
+    AddEscrow(command, options)->check(CheckNotEmpty);
     command->add_option("--user", options->name.user, "Whose password may be set")->required();
     command->add_option("--domain", options->name.domain,
                         "Domain of the user; may be left out where the name is the only one of its kind");
@@ -95,6 +105,7 @@ void AddRecoveryCommands(CLI::App *app, RecoveryOptions *options)
     CLI::App *recovery =
         app->add_subcommand("recovery", "Offline recovery of forgotten passwords")->require_subcommand(1);
     AddKeygen(recovery, options);
+    AddPubkey(recovery, options);
     AddSetUp(recovery, options, "enroll", "Give a volume a recovery; a password of the volume authorises",
              EnrollVolume);
     AddSetUp(recovery, options, "renew",

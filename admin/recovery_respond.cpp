@@ -7,11 +7,12 @@
 #include "admin/failure.h"
 #include "admin/line_input.h"
 #include "admin/recovery.h"
-#include "volume/recovery/challenge.h"
-#include "volume/recovery/response.h"
 #include "admin/recovery_keys.h"
 #include "admin/response_log.h"
+#include "admin/volume_session.h"
 #include "base/text.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/response.h"
 
 namespace admin {
 namespace {
@@ -150,8 +151,7 @@ void Print(const recovery::ResponseLines &lines, bool spell)
 
 void RespondToChallenge(const RecoveryOptions &options)
 {
-    if (const char *fault = volume::FindNameFault(options.name))
-        throw Failure(fault, kExitUsage);
+    CheckName(options.name);
     const auto records = FindRecords(options.escrow, options.machine);
     if (records.empty())
         throw Failure(options.escrow + ": no record of a computer named " + options.machine +

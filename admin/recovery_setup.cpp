@@ -2,17 +2,17 @@
 #include <iostream>
 #include <optional>
 
-#include <nlohmann/json.hpp>
-
 #include "admin/appended_line.h"
 #include "admin/failure.h"
+#include "admin/json_output.h"
 #include "admin/passwords.h"
+#include "admin/progress.h"
 #include "admin/recovery.h"
-#include "volume/recovery/escrow_record.h"
-#include "volume/recovery/volume_recovery.h"
 #include "admin/recovery_keys.h"
 #include "admin/signals.h"
 #include "admin/volume_session.h"
+#include "volume/recovery/escrow_record.h"
+#include "volume/recovery/volume_recovery.h"
 
 namespace admin {
 namespace {
@@ -26,10 +26,9 @@ void SetUp(const RecoveryOptions &options, Check check)
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
     check(*volume);
     const recovery::PublicKey administrator = ReadPublicKey(options.publicKey);
-    volume::Secret volumeKey;
-    Require(volume->Authorise(PasswordSource(options.passwordFromStandardInput).Existing(), &volumeKey),
-            *volume);
+    const volume::Secret volumeKey = Authorise(*volume, PasswordSource(options.passwordFromStandardInput));
 
+    const Progress progress("writing keyslot and record");
     const HeldSignals held; // half of it would stay until the next change
     std::optional<AppendedLine> record;
     const auto keep = [&](const recovery::Identity &identity, const recovery::RecoverySecret &secret) {
@@ -62,7 +61,7 @@ void RequireOne(const Volume &volume)
         throw Failure(volume.Path() + ": has no recovery; set one up with pba_admin recovery enroll");
 }
 
-void PrintJson(const std::optional<recovery::Found> &found)
+void PrintStatusJson(const std::optional<recovery::Found> &found)
 {
     nlohmann::json status{{"recovery", found.has_value()}};
     if (found) {
@@ -71,7 +70,7 @@ void PrintJson(const std::optional<recovery::Found> &found)
         status["record"] = recovery::ToHex(found->enrolment.identity.record);
         status["used"] = found->enrolment.used;
     }
-    std::cout << status.dump(2) << '\n';
+    PrintJson(status);
 }
 
 void PrintStatus(const std::optional<recovery::Found> &found)
@@ -105,7 +104,7 @@ void ShowRecovery(const RecoveryOptions &options)
 {
     const std::optional<recovery::Found> found = recovery::Find(*OpenVolume(options.volume));
     if (options.json)
-        PrintJson(found);
+        PrintStatusJson(found);
     else
         PrintStatus(found);
 }

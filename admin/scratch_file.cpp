@@ -3,8 +3,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <random>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "admin/failure.h"
@@ -13,6 +15,8 @@
 
 namespace admin {
 namespace {
+
+constexpr mode_t kReadableByOwner = S_IRUSR | S_IWUSR;
 
 // Read by the signal handler; null while there is nothing to remove.
 const char *volatile s_unfinished = nullptr;
@@ -43,20 +47,16 @@ void RemoveOnSignals(const char *path)
         if (signal != SIGTSTP)
             RemoveOn(signal);
     }
-    std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is an error
 }
 
 } // namespace
 
 ScratchFile::ScratchFile(const std::string &finalPath)
     : m_finalPath(finalPath)
-    , m_path(finalPath + ".XXXXXX")
 {
-    const HeldSignals held;
-    m_file = mkostemp(m_path.data(), O_CLOEXEC);
-    if (m_file < 0)
-        Fail("cannot be created");
-    RemoveOnSignals(m_path.c_str());
+    std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is an error
+    if (!OpenUnnamed())
+        OpenNamed();
 }
 
 ScratchFile::~ScratchFile()
@@ -64,8 +64,32 @@ ScratchFile::~ScratchFile()
     const HeldSignals held;
     s_unfinished = nullptr;
     close(m_file);
-    if (!m_finished)
+    if (m_named)
         unlink(m_path.c_str());
+}
+
+// Its name by its number is also the only way to give it another one.
+bool ScratchFile::OpenUnnamed()
+{
+    const std::filesystem::path directory = volume::DirectoryOf(m_finalPath);
+    m_file = open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kReadableByOwner);
+    m_path = "/proc/self/fd/" + std::to_string(m_file);
+    if (m_file >= 0 && access(m_path.c_str(), F_OK) == 0)
+        return true;
+    if (m_file >= 0)
+        close(m_file);
+    return false;
+}
+
+void ScratchFile::OpenNamed()
+{
+    const HeldSignals held;
+    m_path = m_finalPath + ".XXXXXX";
+    m_file = mkostemp(m_path.data(), O_CLOEXEC);
+    if (m_file < 0)
+        Fail("cannot be created", errno);
+    m_named = true;
+    RemoveOnSignals(m_path.c_str());
 }
 
 void ScratchFile::Write(std::string_view bytes) const
@@ -73,42 +97,68 @@ void ScratchFile::Write(std::string_view bytes) const
     while (!bytes.empty()) {
         const ssize_t count = write(m_file, bytes.data(), bytes.size());
         if (count <= 0)
-            Fail("cannot be written");
+            Fail("cannot be written", errno);
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
+}
+
+int ScratchFile::Link(const std::string &path) const
+{
+    return linkat(AT_FDCWD, m_path.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+}
+
+int ScratchFile::Rename(unsigned flags) const
+{
+    return renameat2(AT_FDCWD, m_path.c_str(), AT_FDCWD, m_finalPath.c_str(), flags) == 0 ? 0 : errno;
 }
 
 void ScratchFile::FinishNew()
 {
     Synchronise();
-    if (renameat2(AT_FDCWD, m_path.c_str(), AT_FDCWD, m_finalPath.c_str(), RENAME_NOREPLACE) != 0) {
-        // Not every file system knows a rename that never replaces.
-        if (errno != EINVAL || access(m_finalPath.c_str(), F_OK) == 0 ||
-            rename(m_path.c_str(), m_finalPath.c_str()) != 0)
-            Fail("cannot be created");
-    }
-    m_finished = true;
-    volume::MakeNameDurable(m_finalPath);
+    const HeldSignals held;
+    if (!m_named)
+        return Finish(Link(m_finalPath));
+    int error = Rename(RENAME_NOREPLACE);
+    // Not every file system knows a rename that never replaces.
+    if (error == EINVAL && access(m_finalPath.c_str(), F_OK) != 0)
+        error = Rename(0);
+    Finish(error);
 }
 
+// Only a file with a name takes the place of another: it has one for that moment.
 void ScratchFile::FinishReplacing()
 {
     Synchronise();
-    if (rename(m_path.c_str(), m_finalPath.c_str()) != 0)
-        Fail("cannot be written");
-    m_finished = true;
+    const HeldSignals held;
+    if (!m_named) {
+        if (const int error = Link(m_finalPath); error != EEXIST)
+            return Finish(error);
+        const std::string name = m_finalPath + '.' + std::to_string(std::random_device()());
+        if (const int error = Link(name); error != 0)
+            return Finish(error);
+        m_path = name;
+        m_named = true;
+    }
+    Finish(Rename(0));
+}
+
+void ScratchFile::Finish(int error)
+{
+    if (error != 0)
+        Fail("cannot be created", error);
+    m_named = false;
     volume::MakeNameDurable(m_finalPath);
 }
 
 void ScratchFile::Synchronise() const
 {
     if (fsync(m_file) != 0)
-        Fail("cannot be written");
+        Fail("cannot be written", errno);
 }
 
-void ScratchFile::Fail(const char *what) const
+void ScratchFile::Fail(const char *what, int error) const
 {
-    throw Failure(m_finalPath + ": " + what + ": " + std::strerror(errno));
+    throw FileFailure(m_finalPath, what, error);
 }
 
 } // namespace admin

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "admin/hotkey_text.h"
+#include "base/text.h"
 #include "platform/layouts/layout_table.h"
 #include "settings_format/hotkey_predicates.h"
 
@@ -50,6 +51,7 @@ private:
         m_findings.push_back({false, place, what});
     }
 
+    void LookAtName(const std::u16string &name, const std::string &place);
     void LookAtLanguage(const pba::InputLanguage &language, const std::string &place);
     void LookAtLayout(const pba::KeyboardLayout &layout, const std::string &place);
     void LookAtHotkey(const pba::Hotkey &hotkey, const std::string &place);
@@ -67,8 +69,7 @@ private:
 void Finder::Look(const pba::ConstantSettingsRecord &record)
 {
     const pba::PrebootSettings &settings = record.prebootSettings;
-    if (record.hostName.empty())
-        Warn("hostName", "is empty");
+    LookAtName(record.hostName, "hostName");
     LookAtHotkey(settings.languageSwitchHotkey, "languageSwitchHotkey");
     LookAtHotkey(settings.keyboardLayoutSwitchHotkey, "keyboardLayoutSwitchHotkey");
     LookAtHotkey(settings.capsLockTurnOffHotkey, "capsLockTurnOffHotkey");
@@ -78,10 +79,17 @@ void Finder::Look(const pba::ConstantSettingsRecord &record)
         LookAtLanguage(settings.inputLanguages[i], "inputLanguages[" + std::to_string(i) + "]");
 }
 
+void Finder::LookAtName(const std::u16string &name, const std::string &place)
+{
+    if (name.empty())
+        Warn(place, "is empty");
+    else if (!volume::IsPlain(volume::ToUtf8(name)))
+        Warn(place, "has a character that does not show");
+}
+
 void Finder::LookAtLanguage(const pba::InputLanguage &language, const std::string &place)
 {
-    if (language.name.empty())
-        Warn(place + ".name", "is empty");
+    LookAtName(language.name, place + ".name");
     if (language.layouts.empty())
         Fault(place + ".layouts", "must be a list with at least one element");
     for (std::size_t i = 0; i < language.layouts.size(); ++i)
@@ -94,8 +102,7 @@ void Finder::LookAtLayout(const pba::KeyboardLayout &layout, const std::string &
         Warn(place + ".layoutId", Digits(layout.layoutId) +
                                       " is not known: who chooses it goes on typing by the layout before" +
                                       Suggestions(layout.layoutId));
-    if (layout.name.empty())
-        Warn(place + ".name", "is empty");
+    LookAtName(layout.name, place + ".name");
     LookAtHotkey(layout.selectHotkey, place + ".selectHotkey");
 }
 

@@ -4,14 +4,13 @@
 #include <cstdio>
 #include <iostream>
 
-#include <nlohmann/json.hpp>
-
 #include "admin/failure.h"
 #include "admin/hotkey_text.h"
-#include "platform/layouts/layout_table.h"
+#include "admin/json_output.h"
 #include "admin/settings_file.h"
 #include "admin/settings_json.h"
 #include "base/text.h"
+#include "platform/layouts/layout_table.h"
 
 namespace admin {
 namespace {
@@ -67,10 +66,10 @@ void PrintFindings(const SettingsFile &file)
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
     for (const Finding &finding : file.findings) {
         list.push_back({{"kind", finding.isFault ? "fault" : "warning"},
-                        {"place", volume::Printable(finding.place)},
-                        {"text", volume::Printable(finding.what)}});
+                        {"place", finding.place},
+                        {"text", finding.what}});
     }
-    std::cout << list.dump(2) << '\n';
+    PrintJson(list);
 }
 
 } // namespace

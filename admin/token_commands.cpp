@@ -1,19 +1,17 @@
 #include "admin/token.h"
 
 #include <algorithm>
-#include <iostream>
-
-#include <nlohmann/json.hpp>
 
 #include "admin/failure.h"
+#include "admin/json_output.h"
 #include "admin/passwords.h"
+#include "admin/progress.h"
 #include "admin/signals.h"
 #include "admin/table.h"
+#include "admin/volume_session.h"
 #include "volume/token/modules.h"
 #include "volume/token/uri.h"
 #include "volume/token/volume_tokens.h"
-#include "base/text.h"
-#include "admin/volume_session.h"
 
 namespace admin {
 namespace {
@@ -97,7 +95,7 @@ json Describe(const VolumeToken &token, const std::vector<Token> &connected)
     return {{"keyslots", token.enrolment.keyslots},
             {"domain", token.owner.domain},
             {"user", token.owner.user},
-            {"uri", volume::Printable(token.enrolment.uri)},
+            {"uri", token.enrolment.uri},
             {"connected", IsConnected(token, connected)}};
 }
 
@@ -141,12 +139,12 @@ void PrintConnectedTokens(const std::vector<Token> &tokens)
 }
 
 template <typename Element, typename DescribeOne>
-void PrintJson(const std::vector<Element> &elements, const DescribeOne &describe)
+void PrintAll(const std::vector<Element> &elements, const DescribeOne &describe)
 {
     json rows = json::array();
     for (const Element &element : elements)
         rows.push_back(describe(element));
-    std::cout << rows.dump(2) << '\n';
+    PrintJson(rows);
 }
 
 } // namespace
@@ -155,15 +153,17 @@ void EnrollToken(const TokenOptions &options)
 {
     CheckArguments(options);
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
+    if (!volume->FindUser(options.name))
+        CheckNewName(options.name);
     token::Modules modules(options.module);
     const Token token = FindToken(modules, options);
     CheckNotEnrolled(*volume, token);
 
     const PasswordSource passwords(options.passwordFromStandardInput);
-    volume::Secret volumeKey;
-    Require(volume->Authorise(passwords.Existing(), &volumeKey), *volume);
+    const volume::Secret volumeKey = Authorise(*volume, passwords);
     const token::Wrapped wrapped = WrapAndProve(token, options, passwords);
     int keyslot = -1;
+    const Progress progress("making the token's keyslot");
     const HeldSignals held;
     Require(token::AddToken(*volume, volumeKey, wrapped, options.name, &keyslot), *volume);
 }
@@ -176,12 +176,12 @@ void ListTokens(const TokenOptions &options)
     if (options.volume.empty() || !options.module.empty())
         RequireModules(modules, options);
     if (options.volume.empty()) {
-        options.json ? PrintJson(connected, [](const Token &token) { return Describe(token); })
+        options.json ? PrintAll(connected, [](const Token &token) { return Describe(token); })
                      : PrintConnectedTokens(connected);
         return;
     }
     const std::vector<VolumeToken> tokens = token::TokensOf(*OpenVolume(options.volume));
-    options.json ? PrintJson(tokens, [&](const VolumeToken &token) { return Describe(token, connected); })
+    options.json ? PrintAll(tokens, [&](const VolumeToken &token) { return Describe(token, connected); })
                  : PrintVolumeTokens(tokens, connected);
 }
 

@@ -5,10 +5,11 @@
 
 #include "admin/failure.h"
 #include "admin/passwords.h"
-#include "volume/recovery/volume_recovery.h"
+#include "admin/progress.h"
 #include "admin/signals.h"
-#include "volume/token/volume_tokens.h"
 #include "admin/volume_session.h"
+#include "volume/recovery/volume_recovery.h"
+#include "volume/token/volume_tokens.h"
 
 namespace admin {
 namespace {
@@ -16,6 +17,8 @@ namespace {
 using volume::Error;
 using volume::Secret;
 using volume::Volume;
+
+constexpr char kMakingKeyslot[] = "making the keyslot and trying whether it opens the volume";
 
 volume::User FindUser(const Volume &volume, const volume::UserName &name)
 {
@@ -25,17 +28,11 @@ volume::User FindUser(const Volume &volume, const volume::UserName &name)
     return *user;
 }
 
-Secret Authorise(Volume *volume, const PasswordSource &passwords)
-{
-    Secret volumeKey;
-    Require(volume->Authorise(passwords.Existing(), &volumeKey), *volume);
-    return volumeKey;
-}
-
-Secret NewPassword(Volume *volume, const volume::UserName &name, const PasswordSource &passwords)
+Secret NewPassword(Volume &volume, const volume::UserName &name, const PasswordSource &passwords)
 {
     Secret password = passwords.New();
-    Require(volume->CheckNewPassword(name, password), *volume);
+    const Progress progress("comparing the new password with the old one");
+    Require(volume.CheckNewPassword(name, password), volume);
     return password;
 }
 
@@ -43,14 +40,15 @@ Secret NewPassword(Volume *volume, const volume::UserName &name, const PasswordS
 
 void AddUser(const UserOptions &options)
 {
-    CheckName(options.name);
+    CheckNewName(options.name);
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
     Require(volume->CheckNewUser(options.name), *volume);
     if (options.iterTime && volume->SharedCost())
         std::cerr << "pba_admin: note: --iter-time counts for the first user only, others share its cost\n";
     const PasswordSource passwords(options.passwordFromStandardInput);
-    const Secret volumeKey = Authorise(volume.get(), passwords);
-    const Secret password = NewPassword(volume.get(), options.name, passwords);
+    const Secret volumeKey = Authorise(*volume, passwords);
+    const Secret password = NewPassword(*volume, options.name, passwords);
+    const Progress progress(kMakingKeyslot);
     const HeldSignals held;
     Require(volume->AddUser(options.name, volumeKey, password, CostOfFirstUser(options)), *volume);
 }
@@ -63,8 +61,10 @@ void RemoveUser(const UserOptions &options)
     const volume::User user = FindUser(*volume, options.name);
     Require(volume->CheckRemoval(user), *volume);
     const PasswordSource passwords(options.passwordFromStandardInput);
+    const Secret password = passwords.Existing();
+    const Progress progress("looking for another user's keyslot that the password opens");
     Secret volumeKey;
-    const Error error = volume->Authorise(passwords.Existing(), &volumeKey, user.keyslots);
+    const Error error = volume->Authorise(password, &volumeKey, user.keyslots);
     if (error == Error::WrongPassword)
         throw Failure(options.volume + ": wrong password; give one that stays, not that of the user");
     Require(error, *volume);
@@ -83,8 +83,9 @@ void ChangePassword(const UserOptions &options)
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
     FindUser(*volume, options.name);
     const PasswordSource passwords(options.passwordFromStandardInput);
-    const Secret volumeKey = Authorise(volume.get(), passwords);
-    const Secret password = NewPassword(volume.get(), options.name, passwords);
+    const Secret volumeKey = Authorise(*volume, passwords);
+    const Secret password = NewPassword(*volume, options.name, passwords);
+    const Progress progress(kMakingKeyslot);
     const HeldSignals held;
     Require(volume->ReplacePassword(options.name, volumeKey, password, CostOfFirstUser(options)), *volume);
 }

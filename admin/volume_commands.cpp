@@ -7,6 +7,7 @@
 
 #include "admin/failure.h"
 #include "admin/passwords.h"
+#include "admin/progress.h"
 #include "admin/scratch_file.h"
 #include "admin/size.h"
 #include "admin/volume_session.h"
@@ -44,13 +45,14 @@ void CreateVolume(const VolumeOptions &options)
 {
     const UserOptions &user = options.user;
     const std::uint64_t size = CheckSize(options.size);
-    CheckName(user.name);
+    CheckNewName(user.name);
     if (access(user.volume.c_str(), F_OK) == 0)
         throw Failure(user.volume + ": exists already; choose another name or remove it first");
     const volume::Secret password = PasswordSource(user.passwordFromStandardInput).New();
     if (!volume::IsLongEnough({}, password))
         Require(volume::Error::PasswordTooShort, user.volume);
 
+    const Progress progress("making the volume and measuring what a login may cost");
     ScratchFile file(user.volume);
     SetSize(file, user.volume, size);
     std::unique_ptr<volume::Volume> volume;

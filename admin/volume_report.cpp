@@ -5,10 +5,8 @@
 #include <ctime>
 #include <iostream>
 
-#include <nlohmann/json.hpp>
-
+#include "admin/json_output.h"
 #include "admin/table.h"
-#include "base/text.h"
 #include "admin/volume_session.h"
 
 namespace admin {
@@ -55,7 +53,7 @@ std::string PurposeOf(const volume::Keyslot &keyslot, const std::vector<volume::
     return named->type == volume::kUserObjectType ? "user"
            : named->type == kTokenType            ? "token"
            : named->type == kRecoveryType         ? "recovery"
-                                                  : volume::Printable(named->type);
+                                                  : named->type;
 }
 
 json DescribeKeyslots(const Volume &volume)
@@ -87,7 +85,7 @@ json DescribeObjects(const Volume &volume, const char *type, const char *member,
 json DescribeVolume(const Volume &volume)
 {
     const volume::Room room = volume.RoomLeft();
-    return {{"volume", volume::Printable(volume.Path())},
+    return {{"volume", volume.Path()},
             {"uuid", volume.Uuid()},
             {"users", DescribeUsers(volume)},
             {"keyslots", DescribeKeyslots(volume)},
@@ -147,7 +145,7 @@ void ListUsers(const UserOptions &options)
 {
     const json users = DescribeUsers(*OpenVolume(options.volume));
     if (options.json)
-        std::cout << users.dump(2) << '\n';
+        PrintJson(users);
     else
         PrintUsers(users);
 }
@@ -156,7 +154,7 @@ void ShowVolume(const VolumeOptions &options)
 {
     const json volume = DescribeVolume(*OpenVolume(options.user.volume));
     if (options.user.json)
-        std::cout << volume.dump(2) << '\n';
+        PrintJson(volume);
     else
         PrintVolume(volume);
 }

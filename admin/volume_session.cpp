@@ -2,6 +2,8 @@
 
 #include "admin/commands.h"
 #include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/progress.h"
 #include "admin/signals.h"
 #include "volume/interrupted_changes.h"
 
@@ -26,14 +28,30 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
 {
     std::unique_ptr<Volume> volume = OpenVolume(path);
     Require(volume->CheckWritable(), path);
+    const Progress progress("putting in order what was interrupted before");
     const HeldSignals held;
     Require(FinishInterruptedChanges(*volume), *volume);
     return volume;
 }
 
+volume::Secret Authorise(Volume &volume, const PasswordSource &passwords)
+{
+    const volume::Secret password = passwords.Existing();
+    const Progress progress("looking for a keyslot that the password opens");
+    volume::Secret volumeKey;
+    Require(volume.Authorise(password, &volumeKey), volume);
+    return volumeKey;
+}
+
 void CheckName(const volume::UserName &name)
 {
     if (const char *fault = volume::FindNameFault(name))
+        throw Failure(fault, kExitUsage);
+}
+
+void CheckNewName(const volume::UserName &name)
+{
+    if (const char *fault = volume::FindNewNameFault(name))
         throw Failure(fault, kExitUsage);
 }
 

@@ -8,14 +8,20 @@
 
 namespace admin {
 
+class PasswordSource;
 struct UserOptions;
 
-// Throw Failure. The second finds out beforehand whether the header can be written, and puts in order what a
-// loss of power left behind.
+// All throw Failure. The second finds out beforehand whether the header can be written, and puts in order
+// what a loss of power left behind.
 std::unique_ptr<volume::Volume> OpenVolume(const std::string &path);
 std::unique_ptr<volume::Volume> OpenVolumeForChange(const std::string &path);
 
+// With a password that the volume knows: answers its key.
+volume::Secret Authorise(volume::Volume &volume, const PasswordSource &passwords);
+
+// Of a user that there is, and of one to be made.
 void CheckName(const volume::UserName &name);
+void CheckNewName(const volume::UserName &name);
 volume::KeyCost CostOfFirstUser(const UserOptions &options);
 // Throws Failure unless `error` is none, with the volume's numbers where they explain it.
 void Require(volume::Error error, const volume::Volume &volume);

@@ -5,11 +5,15 @@
 
 namespace volume {
 
+std::filesystem::path DirectoryOf(const std::filesystem::path &file)
+{
+    return file.has_parent_path() ? file.parent_path() : ".";
+}
+
 // A name is on the disk when its directory is.
 void MakeNameDurable(const std::filesystem::path &file)
 {
-    const std::filesystem::path directory = file.has_parent_path() ? file.parent_path() : ".";
-    const int opened = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int opened = open(DirectoryOf(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (opened < 0)
         return;
     fsync(opened);

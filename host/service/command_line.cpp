@@ -4,7 +4,6 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
-#include <map>
 #include <string_view>
 
 #include <CLI/CLI.hpp>
@@ -64,13 +63,12 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_option("--log-severity", line->logSeverity, "300 errors, 700 calls, 900 details");
     app->add_option("--module", line->module,
                     "The view module (default: beside this program, else installed)");
-    const std::map<std::string, bool> places{{"root", false}, {"header", true}};
-    app->add_option(
-           "--state", line->stateInHeader,
+    app->add_option_function<std::string>(
+           "--state", [line](const std::string &place) { line->stateInHeader = place == "header"; },
            "Where failed logins are counted: root (ROOT/pba/state.json), or header, for a root that does "
            "not last: in the volume's header, the last user and domain too")
-        ->transform(CLI::CheckedTransformer(places))
-        ->type_name("root|header");
+        ->type_name("")
+        ->check(CLI::IsMember({"root", "header"}));
     app->add_option("--pkcs11-module", line->tokenModule,
                     "PKCS#11 module for tokens (default: all that p11-kit's configuration names)")
         ->check(CheckNotEmpty);

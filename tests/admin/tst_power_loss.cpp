@@ -14,7 +14,6 @@ namespace {
 const volume::UserName kAnna{"", "anna"};
 const volume::UserName kCarl{"", "carl"};
 constexpr char kNewPassword[] = "silver spoon"; // and the token's PIN
-constexpr int kPowerLost = 86;
 
 // What authorises, and the new one.
 const QByteArray kPasswords = QByteArray(ScratchVolume::kPassword) + '\n' + kNewPassword + '\n';

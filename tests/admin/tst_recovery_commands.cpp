@@ -1,12 +1,15 @@
 // Offline recovery as an administrator sets it up and answers calls; the test is the computer.
+#include <sys/stat.h>
+
+#include "admin/appended_line.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/run_program.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 #include "volume/recovery/administrator_key.h"
 #include "volume/recovery/challenge.h"
 #include "volume/recovery/response.h"
 #include "volume/recovery/volume_recovery.h"
-#include "tests/support/run_program.h"
-#include "tests/host/scratch_volume.h"
-#include "tests/support/test_files.h"
-#include "tests/support/test_main.h"
 
 using volume::Error;
 
@@ -128,6 +131,7 @@ private slots:
     {
         const QString other = m_directory.filePath("other");
         const QString index = other + ".index";
+        const QString log = other + ".log";
         const QString copy = m_directory.filePath("copy.img");
         QVERIFY(QFile::copy(m_volume, copy));
         const auto names = [&](const QString &machine) {
@@ -145,7 +149,76 @@ private slots:
         QVERIFY(enrol("m-6") && names("m-6") && names("m-3") && !names("m-5"));
         QVERIFY(QFile::resize(index, QFileInfo(index).size() - 8) && names("m-6")); // it has the last place
         QVERIFY(QFile::resize(other, QFileInfo(other).size() - 1) && names("m-6"));
-        QVERIFY(QFile::remove(index) && QDir().mkdir(index) && names("m-3"));
+        QVERIFY(QFile::resize(index, 1ll << 40) && names("m-3"));
+        // What is in the place of index and log is neither waited for nor read for hours.
+        const auto call = [&] {
+            return Admin(RespondArguments("m-6", other), kPassphrase + Computer(copy).Challenge());
+        };
+        QVERIFY(QFile::remove(index) && mkfifo(qPrintable(index), 0600) == 0);
+        const Outcome answered = call();
+        QVERIFY2(answered.exitCode == 0 && answered.errors.contains("index: is no file"), answered.errors);
+        QVERIFY(QFile::remove(index) && QFile::resize(log, 1ll << 40));
+        CompareFailure(call(), 1, "other.log: larger than 4 GiB");
+        QVERIFY(QFile::remove(log) && mkfifo(qPrintable(log), 0600) == 0);
+        CompareFailure(call(), 1, "other.log: is no file");
+        QVERIFY(QFile::resize(other, 1ll << 40));
+        CompareFailure(call(), 1, "other: larger than 4 GiB");
+    }
+
+    void aLineThatIsTakenBack()
+    {
+        const QString file = m_directory.filePath("lines");
+        const auto append = [&](const char *line) { admin::AppendedLine(file.toStdString(), line); };
+        append("first");
+        QVERIFY(!QFile::exists(file)); // it was not there before
+        admin::AppendedLine(file.toStdString(), "second").Keep();
+        append("third");
+        QCOMPARE(ReadFile(file), "second\n");
+    }
+
+    // After a loss of power there is no key, or what is missing of it can be had.
+    void keysInTheMaking()
+    {
+        bool half = false;
+        int exitCode = kPowerLost;
+        for (int moment = 1; exitCode == kPowerLost; ++moment) {
+            const QString keys = m_directory.filePath("keys" + QString::number(moment));
+            const auto make = [&](const char *command, const char *option) {
+                return QStringList{PBA_ADMIN, "recovery", command, option, keys, "--passphrase-stdin"};
+            };
+            const QStringList keygen = make("keygen", "--out");
+            exitCode = RunUntil(moment, m_directory.path(), keygen, kPassphrase).exitCode;
+            const QStringList files = QDir(keys).entryList(QDir::Files);
+            if (files == QStringList("recovery.key")) {
+                half = true;
+                CompareFailure(RunUntil(0, keys, keygen, kPassphrase), 1, "without its recovery.pub");
+                QCOMPARE(RunUntil(0, keys, make("pubkey", "--key"), kPassphrase).errors, QByteArray());
+            }
+            QVERIFY(files.isEmpty() || ReadFile(keys + "/recovery.pub").contains("fingerprint"));
+        }
+        QVERIFY(half && exitCode == 0);
+    }
+
+    // Written by the first version; the header without the areas of its keyslots.
+    void filesOfTheFirstVersion()
+    {
+        const QString volume = m_directory.filePath("frozen.img");
+        const QString escrow = m_directory.filePath("frozen");
+        WriteFile(volume, qUncompress(ReadFile(FROZEN "header.z")));
+        QVERIFY(QFile::resize(volume, 20 * 1024 * 1024) && QFile::copy(FROZEN "escrow", escrow));
+        const Computer computer(volume);
+        const std::vector<volume::User> users = computer.opened->Users();
+        QVERIFY(users.size() == 2 && users[0].name == (volume::UserName{"", "anna"}) && users[0].changed);
+        QVERIFY(users[1].name == (volume::UserName{"B\u00dcRO", "boris"}));
+        QVERIFY(users[0].keyslots == std::vector{0} && users[1].keyslots == std::vector{1});
+        QVERIFY(computer.opened->GetPolicy() == (volume::Policy{12, false, 90, false, 3, 60}));
+        QVERIFY(computer.found->enrolment.keyslots == std::vector{2} && !computer.found->enrolment.used);
+
+        const Outcome answered = Admin({"respond", "--key", FROZEN, "--escrow", escrow, "--machine", "lab-7",
+                                        "--user", "anna", "--passphrase-stdin"},
+                                       kPassphrase + computer.Challenge());
+        QCOMPARE(answered.errors, QByteArray());
+        QVERIFY(computer.Read(answered.output)->FindUser(users) == users[0].name);
     }
 
 private:
@@ -171,13 +244,17 @@ private:
             return lines;
         }
         // Takes the strings as they are printed.
-        bool Opens(const QByteArray &printed, const char *user) const
+        std::optional<recovery::Response> Read(const QByteArray &printed) const
         {
             recovery::ResponseLines lines;
             const QByteArrayList rows = printed.split('\n');
             for (std::size_t row = 0; row < lines.size(); ++row)
                 lines[row] = *recovery::NormaliseCode(rows[static_cast<int>(row)].mid(9).toStdString());
-            const auto response = recovery::Response::Open(ephemeral, found->enrolment, lines);
+            return recovery::Response::Open(ephemeral, found->enrolment, lines);
+        }
+        bool Opens(const QByteArray &printed, const char *user) const
+        {
+            const auto response = Read(printed);
             const auto name = response ? response->FindUser(opened->Users()) : std::nullopt;
             return name && name->user == user &&
                    opened->OpenKeyslot(found->enrolment.keyslots.front(),

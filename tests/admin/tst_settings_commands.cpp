@@ -9,11 +9,12 @@
 #include "tests/support/test_main.h"
 
 // Each row of the findings spoils one thing in it.
-constexpr char kGood[] = R"({
+constexpr char kLayouts[] = R"([
+    {"layoutId": "0000040a", "name": "Español", "selectHotkey": "Ctrl+1"}, {"layoutId": "00000409", "name": "US"}])";
+const QByteArray kGood = QByteArray(R"({
   "hostName": "pc",
-  "inputLanguages": [{"languageId": 1034, "name": "Español", "layouts": [
-    {"layoutId": "0000040a", "name": "Español", "selectHotkey": "Ctrl+1"}, {"layoutId": "00000409", "name": "US"}]}]
-})";
+  "inputLanguages": [{"languageId": 1034, "name": "Español", "layouts": )") +
+                         kLayouts + "}]}";
 
 class SettingsCommandsTest : public QObject
 {
@@ -60,6 +61,8 @@ private slots:
             {"\"pc\"", "\"\"", ": hostName: must be text"},
             {"\"hostName\":", "\"hostName\": \"pd\", \"hostName\":", ": hostName: stands twice"},
             {"1034", "65536", ": inputLanguages[0].languageId: must be"},
+            {kLayouts, "[]", ": inputLanguages[0].layouts: must be a list with at least one element"},
+            {kLayouts, "{}", ": inputLanguages[0].layouts: must be a list with at least one element"},
             {"00000409", "409", ": inputLanguages[0].layouts[1].layoutId: must be text"},
             {"\"Ctrl+1\"", "1", ": inputLanguages[0].layouts[0].selectHotkey: must"},
             {"{\"layoutId\": \"00000409", "7, {\"layoutId\": \"00000409", "].layouts[1]: must be an object"}};
@@ -75,6 +78,7 @@ private slots:
             {"0000040a", "0001040a", "; known for its language: 0000040a Spanish, 0000080a"},
             {"\"US\"", "\"US\", \"selectHotkey\": \"Ctrl+1\"",
              "layouts[1].selectHotkey: Ctrl+1 is inputLanguages[0].layouts[0].selectHotkey"},
+            {"\"pc\"", "\"p\u200bc\"", "hostName: has a character that does not show"},
             {"Ctrl+1", "Shift+A", "layouts[0].selectHotkey: Shift+A cannot be typed"}};
         for (const auto &[replaced, with, says] : warnings) {
             QCOMPARE(Compile(QByteArray(kGood).replace(replaced, with)).exitCode, 0);
@@ -93,13 +97,42 @@ private slots:
             QVERIFY2(faults.count(says) == 1 && faults.count('\n') == 3, faults);
     }
 
+    // By its name, else by what is in it.
+    void theKindOfAFile()
+    {
+        QCOMPARE(Compile(kGood).exitCode, 0);
+        const QByteArray json = ReadFile(m_input);
+        const QByteArray compiled = ReadFile(m_output);
+        const std::tuple<const char *, QByteArray, const char *> rows[] = {
+            {"a", compiled, "a: in order"},
+            {"b", json, "b: in order"},
+            {"a.bin", json, "are no compiled settings"},
+            {"b.json", compiled, "line 1, column 1: not valid JSON"},
+            {"c.bin", compiled + "x", "warning: "},
+            {"d.bin", compiled.chopped(1), "ends too early, at byte"}};
+        for (const auto &[name, content, says] : rows) {
+            WriteFile(m_directory.filePath(name), content);
+            const Outcome outcome = Settings({"check", m_directory.filePath(name)});
+            QVERIFY2((outcome.output + outcome.errors).contains(says), name);
+            QCOMPARE((outcome.output + outcome.errors).count('\n'), 1);
+        }
+    }
+
+    void aFileOfTheFirstVersion()
+    {
+        const QByteArray frozen = ReadFile(FROZEN "settings.bin");
+        QCOMPARE(Compile(Settings({"show", "--json", FROZEN "settings.bin"}).output).errors, QByteArray());
+        QVERIFY(frozen.size() > 100 && ReadFile(m_output) == frozen);
+    }
+
     void outputsThatCannotBeUsed()
     {
         WriteFile(m_input, kGood);
         const QString fifo = m_directory.filePath("fifo"); // in the place of a device
         QCOMPARE(mkfifo(qPrintable(fifo), 0600), 0);
         const std::tuple<QString, int, const char *> rows[] = {
-            {"/no/such/out.bin", 1, "/no/such/out.bin: cannot be created"},
+            {"/no/such/out.bin", 1,
+             "/no/such/out.bin: cannot be created: there is no directory /no/such; make it first"},
             {fifo, 1, "fifo: exists and is no file"},
             {m_input, 2, "is the input"}};
         for (const auto &[output, exitCode, says] : rows)

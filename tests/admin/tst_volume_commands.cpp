@@ -69,7 +69,13 @@ private slots:
         QCOMPARE(info["users"].toArray(), Report({"user", "list", "--volume", path}).array());
 
         CompareFailure(Run(PBA_ADMIN, User("remove", path, "anna"), "second one\n"), 1, "one that stays");
-        QCOMPARE(Run(PBA_ADMIN, User("remove", path, "anna"), "master\n").errors, QByteArray());
+        // Looks like anna, and goes like anybody.
+        const QByteArray twin =
+            "{\"type\":\"pba-user\",\"keyslots\":[],\"domain\":\"\",\"user\":\"an\u200bna\"}";
+        QCOMPARE(RunStandardTool({"token", "import", path}, twin).errors, QByteArray());
+        QVERIFY(Run(PBA_ADMIN, {"user", "list", "--volume", path}).output.contains("\nan\\u{200b}na "));
+        for (const char *name : {"an\u200bna", "anna"})
+            QCOMPARE(Run(PBA_ADMIN, User("remove", path, name), "master\n").errors, QByteArray());
         QVERIFY(Opens(path, "master") && !Opens(path, "second one"));
         QCOMPARE(Report({"user", "list", "--volume", path}).array(), QJsonArray());
     }
@@ -97,7 +103,11 @@ private slots:
              "paper boat\nshorter\n", 1},
             {"no such user", User("passwd", m_volume, "anna"), "green quill 7\npaper ship\n", 1},
             {"--minimum-length", {"policy", "set", "--minimum-length=0", "--volume", m_volume}, "", 2},
-            {"control characters", Create(path, "20M", "a\nb"), "good", 2},
+            {"do not show", Create(path, "20M", "a\u202eb"), "good", 2},
+            {"unknown command: pba_admin volume frob; see pba_admin volume --help",
+             {"volume", "frob"},
+             "",
+             2},
             {"password is empty", Create(path), "\n", 1},
             {"127 characters", Create(path), QByteArray(128, 'x'), 1},
             {"must be UTF-8 text", Create(path), "\xff", 1},
@@ -134,6 +144,7 @@ private slots:
         const QString path = m_directory.filePath("terminal.img");
         QStringList create = Create(path);
         create.removeLast(); // no standard input
+        create.last() = "1500";
         const QString command =
             "trap : INT; " PBA_ADMIN " " + create.join(' ') + "; echo ends with $?; stty -a";
         for (const auto &[again, exitCode] :
@@ -147,19 +158,32 @@ private slots:
             QVERIFY2(shown.contains("ends with " + QByteArray::number(exitCode) + "\r\n"), shown);
             QVERIFY2(shown.contains(" echo ") && !shown.contains("Oops"), shown);
             QCOMPARE(QFile::exists(path), exitCode == 0);
+            QCOMPARE(shown.contains("pba_admin: making the volume"), exitCode == 0); // it takes three seconds
         }
     }
 
-    void aSignalLeavesNothing()
+    // Neither a loss of power, nor a signal where the file must have a name from the beginning.
+    void anInterruptionLeavesNothing()
     {
         QTemporaryDir directory;
+        const QString path = directory.filePath("volume.img");
+        const auto files = [&] { return QDir(directory.path()).entryList(QDir::Files); };
+        int moment = 0;
+        for (int exitCode = kPowerLost; exitCode == kPowerLost; moment += 20) {
+            QFile::remove(path);
+            const QStringList command = QStringList{PBA_ADMIN} + Create(path);
+            exitCode = RunUntil(moment + 1, directory.path(), command, "green quill 7\n").exitCode;
+            QVERIFY(files() == QStringList("volume.img") ? Opens(path, "green quill 7") : files().isEmpty());
+        }
+        QVERIFY(moment > 10 && QFile::remove(path));
+
         QProcess tool;
-        QStringList arguments = Create(directory.filePath("volume.img"));
+        QStringList arguments{"LD_PRELOAD=" POWER_LOSS, "PBA_ALL_FILES_NAMED=1", PBA_ADMIN};
+        arguments += Create(path);
         arguments.replace(arguments.indexOf("1"), "60000"); // it is not done before the signal comes
-        tool.start(PBA_ADMIN, arguments);
+        tool.start("/usr/bin/env", arguments);
         tool.write("password\n");
         tool.closeWriteChannel();
-        const auto files = [&] { return QDir(directory.path()).entryList(QDir::Files); };
         QTRY_VERIFY(!files().isEmpty());
         ::kill(static_cast<pid_t>(tool.processId()), SIGTERM);
         QVERIFY(tool.waitForFinished());

@@ -99,7 +99,7 @@ private slots:
         const QStringList rows[] = {{"--bogus", "", "--bogus"},
                                     {"--volume", "/no/volume", "/no/volume: there is no such file"},
                                     {"--volume", "/", "not a LUKS2 volume"},
-                                    {"--log", "/no\n/log", "/no?/log: cannot be written"},
+                                    {"--log", "/no\n/log", "/no\\u{a}/log: cannot be written"},
                                     {"--mapper-name", "../x", "127 letters"},
                                     {"--module", "/", "/ is no file"},
                                     {"--module", PBA_HOST, "view module"},

@@ -1,13 +1,14 @@
 // Logins and headers on real LUKS2 files, and the texts, objects and mappings that belong to them.
 #include <libcryptsetup.h>
 
+#include "base/text.h"
 #include "tests/host/scratch_volume.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
 #include "volume/luks/mapper_options.h"
 #include "volume/luks/mapping.h"
-#include "base/text.h"
 #include "volume/luks/user.h"
+#include "volume/recovery/enrolment.h"
 
 using volume::Error;
 
@@ -121,29 +122,68 @@ private slots:
         QCOMPARE(volume::ToUtf8(std::u16string{u'x', 0xD83D, u'y', 0xDE00, 0xD83D}),
                  "x\uFFFDy\uFFFD\uFFFD"); // halves of pairs
         QVERIFY(volume::ToSecretUtf8({u"a\0b", 3}).View() == std::string_view("a\0b", 3));
-        QCOMPARE(volume::Printable("\u00e4\n\x1b[1m\xff\x7f\u0085z"), "\u00e4??[1m???z");
+        QCOMPARE(volume::Printable("\u00e4\n\x1b[1m\xff\u202e\U000e0041 \\u\\u{a}"),
+                 "\u00e4"
+                 R"(\u{a}\u{1b}[1m\xff\u{202e}\u{e0041} \u\u{5c}u{a})");
 
         for (const char *text :
              {"\xe2\x82", "\xc0\x80", "\xe0\x80\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\x80", "\xc3("})
             QVERIFY2(!volume::Utf16Length(text), text);
     }
 
-    void whatIsNoUser()
+    void namesOfNewUsers()
     {
-        const QByteArray good = R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"a"})";
-        const auto user = volume::DecodeUser(good.toStdString());
-        QVERIFY(user && user->name.user == "a" && user->keyslots == std::vector<int>{0});
-        QVERIFY(!volume::DecodeUser("") && !volume::DecodeUser(std::string(100000, '[')));
-        const std::pair<const char *, const char *> spoilt[] = {
-            {"pba-user", "x"},     {"\"pba-user\"", "1"},       {"[\"0\"]", "\"0\""},
-            {"\"0\"", "0"},        {"\"0\"", "\"\""},           {"\"0\"", "\"1x\""},
-            {"\"0\"", "\"-1\""},   {"\"0\"", "\"32\""},         {"keyslots", "k"},
-            {"\"\"", "null"},      {"\"a\"", "\"\""},           {"\"a\"", "[]"},
-            {"\"a\"", "\"\xff\""}, {"\"0\"", "\"99999999999\""}};
-        for (const auto &[from, to] : spoilt) {
-            const QByteArray json = QByteArray(good).replace(from, to);
-            QVERIFY2(json != good && !volume::DecodeUser(json.toStdString()), json);
+        for (const char *name :
+             {"\n", "a\u202eb", "a\u200bb", "a\u0085b", "a\u3164", "a\u00a0b", "a\u2028", " a", "a "}) {
+            QVERIFY2(!volume::FindNameFault({"", name}) && volume::FindNewNameFault({"", name}), name);
+            QVERIFY2(volume::FindNewNameFault({name, "a"}), name);
         }
+        const std::string longest(volume::kMaxNameBytes, 'x');
+        QVERIFY(!volume::FindNewNameFault({"OFFICE 2", "\u00e4\u0416\u0627\U0001F600"}));
+        QVERIFY(!volume::FindNameFault({longest, longest}) && volume::FindNameFault({"", longest + 'x'}));
+        QVERIFY(volume::FindNameFault({"", ""}) && volume::FindNameFault({"\xff", "a"}));
+    }
+
+    // Whatever other programs left in the header: each pair spoils one thing in an object that is ours.
+    void whatIsNoObjectOfOurs()
+    {
+        using Pair = std::pair<const char *, const char *>;
+        const auto refusesAll = [](auto decode, const QByteArray &good, const auto &spoilt) {
+            QVERIFY2(decode(good.toStdString()), good);
+            QVERIFY(!decode("") && !decode(std::string(100000, '[')));
+            for (const auto &[from, to] : spoilt) {
+                const QByteArray json = QByteArray(good).replace(from, to);
+                QVERIFY2(json != good && !decode(json.toStdString()), json);
+            }
+        };
+        const Pair users[] = {{"pba-user", "x"},     {"\"pba-user\"", "1"},       {"[\"0\"]", "\"0\""},
+                              {"\"0\"", "0"},        {"\"0\"", "\"\""},           {"\"0\"", "\"1x\""},
+                              {"\"0\"", "\"-1\""},   {"\"0\"", "\"32\""},         {"keyslots", "k"},
+                              {"\"\"", "null"},      {"\"a\"", "\"\""},           {"\"a\"", "[]"},
+                              {"\"a\"", "\"\xff\""}, {"\"0\"", "\"99999999999\""}};
+        refusesAll([](auto json) { return volume::DecodeUser(json); },
+                   R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"a"})", users);
+
+        const Pair recoveries[] = {{"pba-recovery", "x"},
+                                   {"\"pba-recovery\"", "7"},
+                                   {"1", "2"},
+                                   {"1", "\"1\""},
+                                   {"\"a", "\""},
+                                   {"\"a", "\"x"},
+                                   {"record", "r"},
+                                   {"\"b", "\""},
+                                   {"binding", "b"},
+                                   {"cc\"}", "cx\"}"},
+                                   {"administrator", "a"}};
+        const QByteArray hex(31, 'c');
+        refusesAll([](auto json) { return recovery::DecodeEnrolment(json, {}); },
+                   "{\"type\":\"pba-recovery\",\"version\":1,\"record\":\"a" + hex + "\",\"binding\":\"b" +
+                       hex + hex + "c\",\"administrator\":\"cc" + hex + hex + "\"}",
+                   recoveries);
+
+        const Pair policies[] = {{"pba-policy", "pba-user"}, {"type", "t"}};
+        refusesAll([](auto json) { return volume::DecodePolicy(json); }, R"({"type":"pba-policy"})",
+                   policies);
     }
 
     // Each row but the first spoils one thing in a mapping that is ours.

@@ -30,6 +30,18 @@ inline Outcome RunStandardTool(const QStringList &arguments, const QByteArray &i
     return Run("/usr/sbin/cryptsetup", arguments, input);
 }
 
+#ifdef POWER_LOSS
+constexpr int kPowerLost = 86;
+
+// The power goes at that write or sync of the file `path`, or of one in that directory.
+inline Outcome RunUntil(int moment, const QString &path, const QStringList &command, const QByteArray &input)
+{
+    const QStringList environment{"LD_PRELOAD=" POWER_LOSS, "PBA_POWER_LOSS_FILE=" + path,
+                                  "PBA_POWER_LOSS_AT=" + QString::number(moment)};
+    return Run("/usr/bin/env", environment + command, input);
+}
+#endif
+
 // One line that says what is wrong, and nothing on standard output.
 inline void CompareFailure(const Outcome &outcome, int exitCode, const QByteArray &says)
 {

@@ -59,10 +59,9 @@ std::optional<std::vector<int>> DecodeKeyslots(const json &object)
     return keyslots;
 }
 
-bool HasControlCharacter(std::string_view text)
+bool HasBlankAtEnd(std::string_view text)
 {
-    return std::any_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+    return text.starts_with(' ') || text.ends_with(' ');
 }
 
 } // namespace
@@ -80,8 +79,18 @@ const char *FindNameFault(const UserName &name)
         return "user name and domain may have at most 256 bytes each";
     if (!Utf16Length(name.user) || !Utf16Length(name.domain))
         return "user name and domain must be UTF-8";
-    if (HasControlCharacter(name.user) || HasControlCharacter(name.domain))
-        return "user name and domain may not contain control characters";
+    return nullptr;
+}
+
+// Two users must not look alike where they are listed.
+const char *FindNewNameFault(const UserName &name)
+{
+    if (const char *fault = FindNameFault(name))
+        return fault;
+    if (!IsPlain(name.user) || !IsPlain(name.domain))
+        return "user name and domain may not contain control characters or others that do not show";
+    if (HasBlankAtEnd(name.user) || HasBlankAtEnd(name.domain))
+        return "user name and domain may not begin or end with a blank";
     return nullptr;
 }
 

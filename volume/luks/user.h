@@ -37,8 +37,10 @@ struct User
     int object = -1;                       // its number in the header; -1 when it is in none
 };
 
-// Why a name will not do, without a full stop; null when it will.
+// Why nobody has such a name, or why nobody should get it, without a full stop; null when it will do. Names
+// that other programs gave, or former versions, may have the faults of new ones.
 const char *FindNameFault(const UserName &name);
+const char *FindNewNameFault(const UserName &name);
 
 // Nothing when `json` is not a user object. The header is not trusted: any text may come here. Objects of
 // other types may name a user and keyslots in the same way.

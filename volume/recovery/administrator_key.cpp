@@ -15,9 +15,9 @@ using nlohmann::json;
 constexpr char kPublicType[] = "pba-recovery-public-key";
 constexpr char kSecretType[] = "pba-recovery-secret-key";
 constexpr int kVersion = 1;
-// A file that asks for more was not written by us.
-constexpr std::uint64_t kMaxPasses = 100;
-constexpr std::uint64_t kMaxMemory = std::uint64_t(4) * 1024 * 1024 * 1024;
+// A file that asks for more was not written by us; a later version of us may ask for more than this one.
+constexpr std::uint64_t kMaxPasses = 4 * PassphraseCost().passes;
+constexpr std::uint64_t kMaxMemory = 4 * PassphraseCost().memory;
 
 using Salt = Bytes<crypto_pwhash_SALTBYTES>;
 using Nonce = Bytes<crypto_aead_xchacha20poly1305_ietf_NPUBBYTES>;
