@@ -1,7 +1,9 @@
 // Secret fields, texts that come from elsewhere, and the window at the sizes of real screens, also when it is
 // mirrored.
 #include <QApplication>
+#include <QMenu>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include "form_window.h"
 #include "test_main.h"
@@ -32,14 +34,30 @@ private slots:
         }
     }
 
-    void onlySecretsAreMasked()
+    void everyNameOfALongListCanBeChosen()
     {
-        const FormWindow view;
-        for (const QLineEdit *edit : view.dialog.findChildren<QLineEdit *>()) {
-            const bool secret = edit->objectName().contains(u"password"_qs, Qt::CaseInsensitive) ||
-                                view.form.tokensList->isAncestorOf(edit);
-            QCOMPARE(edit->echoMode(), secret ? QLineEdit::Password : QLineEdit::Normal);
-        }
+        FormWindow view;
+        PbaComboBox *selector = view.form.languageSelector;
+        QSignalSpy chosen(selector, &PbaComboBox::CurrentIndexChanged);
+        for (int i = 0; i < 1001; ++i)
+            selector->AddItem(QString::number(i));
+        QTimer::singleShot(0, selector, [&] {
+            for (QAction *part : selector->menu()->actions()) {
+                part->menu()->popup({});
+                part->menu()->actions().first()->trigger();
+                part->menu()->actions().last()->trigger();
+            }
+            selector->Clear();
+        });
+        selector->showMenu();
+        QList<int> indexes;
+        for (const QVariantList &arguments : chosen)
+            indexes.append(arguments[0].toInt());
+        QCOMPARE(indexes, (QList{0, 499, 500, 999, 1000, 1000}));
+        QCOMPARE(selector->text(), u"1000");
+        selector->AddItem(QString(2000000, u'&'));
+        QCOMPARE(selector->menu()->actions().size(), 1);
+        QCOMPARE(selector->text().size(), 2 * 500 + 1);
     }
 
     void namesAreNeverTakenForMarkup()
