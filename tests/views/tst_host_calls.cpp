@@ -2,10 +2,10 @@
 #include <QDir>
 #include <QTimer>
 
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "test_main.h"
-#include "views/session.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
 
 // Whether a file of the controller calls the member in that line.
 static bool IsCalledIn(int line, const QByteArray &member)
