@@ -14,12 +14,10 @@ namespace {
 // Without a key for so long, the next one is meant.
 constexpr qint64 kPauseMs = 500;
 
-constexpr Qt::ApplicationAttribute kCompressMoves = Qt::AA_CompressHighFrequencyEvents;
+// In the first one timers may come before the input that has been read.
+constexpr int kTurnsToRead = 2;
 
-bool IsKeyEvent(const QEvent &event)
-{
-    return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
-}
+constexpr Qt::ApplicationAttribute kCompressMoves = Qt::AA_CompressHighFrequencyEvents;
 
 } // namespace
 
@@ -49,11 +47,26 @@ void QDialogWithEntropyCollection::FinishCollectingEntropy()
 {
     SetCollectingEntropy(false);
     m_dropStrayKeys = m_sinceKey.isValid();
+    DropWaitingInput();
+}
+
+void QDialogWithEntropyCollection::DropWaitingInput()
+{
+    m_turnsLeft = kTurnsToRead;
+    m_waitingInput.start(0, this);
+}
+
+void QDialogWithEntropyCollection::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_waitingInput.timerId())
+        QDialog::timerEvent(event);
+    else if (--m_turnsLeft == 0)
+        m_waitingInput.stop();
 }
 
 bool QDialogWithEntropyCollection::eventFilter(QObject *receiver, QEvent *event)
 {
-    if (IsKeyEvent(*event) && IsStrayKey())
+    if (IsStray(*event))
         return true;
     // The toolkit's window sees each move too, before its widget.
     if (m_collecting && event->type() == QEvent::MouseMove && receiver->isWidgetType())
@@ -61,14 +74,30 @@ bool QDialogWithEntropyCollection::eventFilter(QObject *receiver, QEvent *event)
     return QDialog::eventFilter(receiver, event);
 }
 
+// A release alone does nothing, and a button that is down waits for it.
+bool QDialogWithEntropyCollection::IsStray(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        return IsStrayKey();
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return m_waitingInput.isActive();
+    default:
+        return false;
+    }
+}
+
 bool QDialogWithEntropyCollection::IsStrayKey()
 {
-    if (m_collecting)
+    const bool waited = m_waitingInput.isActive();
+    if (m_collecting || waited)
         m_sinceKey.start();
-    if (!m_dropStrayKeys)
-        return false;
-    m_dropStrayKeys = m_sinceKey.restart() < kPauseMs;
-    return m_dropStrayKeys;
+    if (m_dropStrayKeys)
+        m_dropStrayKeys = m_sinceKey.restart() < kPauseMs;
+    return waited || m_dropStrayKeys;
 }
 
 void QDialogWithEntropyCollection::keyPressEvent(QKeyEvent *event)

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include <QBasicTimer>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QPointer>
@@ -33,11 +34,16 @@ protected:
     // The last byte has come. Keys that are still being pressed at random are dropped until there is a pause,
     // lest they press what the next page shows.
     void FinishCollectingEntropy();
+    // Of keys and clicks that came while nobody looked, for the host was at work, none is for what is shown
+    // next.
+    void DropWaitingInput();
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     void SampleKey(const QKeyEvent &event);
     void SampleMove(QWidget *receiver, const QMouseEvent &event);
     bool IsSameMove(QWidget *receiver, const QMouseEvent &event);
+    bool IsStray(const QEvent &event);
     bool IsStrayKey();
 
     bool m_collecting = false;
@@ -52,6 +58,9 @@ private:
 
     QElapsedTimer m_sinceKey;
     bool m_dropStrayKeys = false;
+    // Runs until what waits has been read: as many turns of the event loop are left.
+    QBasicTimer m_waitingInput;
+    int m_turnsLeft = 0;
 };
 
 } // namespace pba

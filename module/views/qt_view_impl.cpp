@@ -26,12 +26,6 @@ constexpr QEvent::Type kUiShown = static_cast<QEvent::Type>(1000);
 constexpr Qt::WindowFlags kWindowFlags(0x900);
 constexpr int kNewPasswordLimit = 127;
 
-void TraceKeyEvent(const QKeyEvent &event)
-{
-    TraceMessage(kTraceDetail) << "key:" << event.key() << ", modifiers:" << event.modifiers().toInt()
-                               << ", isAutoRepeat:" << event.isAutoRepeat() << ", count:" << event.count();
-}
-
 } // namespace
 
 QtViewImpl::QtViewImpl(IMainView *owner)
@@ -137,10 +131,8 @@ ILoginByPasswordView *QtViewImpl::GetLoginByPasswordView()
 
 bool QtViewImpl::event(QEvent *event)
 {
-    // Keys that become entropy are nobody's business.
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (isKey && !IsCollectingEntropy())
-        TraceKeyEvent(static_cast<const QKeyEvent &>(*event));
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
+        TraceKey(static_cast<const QKeyEvent &>(*event));
     if (StartsOsDuringTestBoot(*event)) {
         OnStartOsDuringTestBoot();
         event->accept();
@@ -172,6 +164,23 @@ bool QtViewImpl::event(QEvent *event)
 bool QtViewImpl::StartsOsDuringTestBoot(const QEvent &event) const
 {
     return m_testBootActive && (event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride);
+}
+
+// Those of a password reset are nobody's business: they become entropy, or are part of a response. Nor is the
+// release of a key that was pressed elsewhere, in a field that hid its press or on a page that is gone.
+void QtViewImpl::TraceKey(const QKeyEvent &event)
+{
+    const int page = CurrentScreen();
+    if (TraitsOf(page).recovery)
+        return;
+    if (event.type() == QEvent::KeyPress)
+        m_loggedKeys[event.key()] = page;
+    else if (m_loggedKeys.value(event.key(), -1) != page)
+        return;
+    if (event.type() == QEvent::KeyRelease && !event.isAutoRepeat())
+        m_loggedKeys.remove(event.key());
+    TraceMessage(kTraceDetail) << "key:" << event.key() << ", modifiers:" << event.modifiers().toInt()
+                               << ", isAutoRepeat:" << event.isAutoRepeat() << ", count:" << event.count();
 }
 
 // Tokens may have changed while a message stood in front of the dialog.

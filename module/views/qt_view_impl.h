@@ -22,6 +22,7 @@
 #include <memory>
 #include <vector>
 
+#include <QHash>
 #include <QTimer>
 #include <boost/scoped_ptr.hpp>
 
@@ -31,6 +32,7 @@
 #include "module/views/entropy_buffer.h"
 #include "module/views/entropy_dialog.h"
 #include "module/views/hotkeys.h"
+#include "module/views/report_lines.h"
 #include "module/views/view_adapters.h"
 
 namespace Ui {
@@ -136,7 +138,6 @@ private:
     void ClearDefaultButtons();
     void UpdateRecoveryButtons(bool onRecoveryPage);
     void SetUpScreen(int index);
-    static void QueueFocus(QWidget *widget);
     kro::result_t Defer(const char *name, StateChange change);
     void ShowInitialScreenInternal();
     void OnCloseInternal();
@@ -146,6 +147,7 @@ private:
     void HandleActivation();
     void UpdatePointer();
     bool StartsOsDuringTestBoot(const QEvent &event) const;
+    void TraceKey(const QKeyEvent &event);
 
     // Messages
     int RunModal(QDialog &dialog);
@@ -153,6 +155,10 @@ private:
     void ReportInternalError(kro::result_t result, const char *member, int line);
     // Whether the host's call succeeded; reports it when not, and notes the code for the member's END line.
     bool Succeeded(kro::result_t result, TraceScope &trace, const char *member, int line);
+    bool Succeeded(const CallResult &result, TraceScope &trace, const char *member)
+    {
+        return Succeeded(result.code, trace, member, result.line);
+    }
     void UpdateDebugLoggingWarning(int screen);
 
     // Login by password
@@ -178,6 +184,8 @@ private:
 
     // Keyboard
     void InitKeyboardSelectors();
+    void UseLanguage(int index);
+    void UseLayout(int index);
     void FillLayouts(int languageIndex);
     void SetKeyboardLayoutByIndex(int layoutIndex);
     void SetTextDirection(bool rightToLeft);
@@ -222,6 +230,8 @@ private:
     bool m_testBootActive = false;
     std::uint32_t m_options = 0;
     bool m_wasActiveWindow = false;
+    // The keys whose press was logged, and the page on which it was.
+    QHash<int, int> m_loggedKeys;
     // A token check that fails whenever the window becomes active must not report each time: its own report
     // is what makes the window active again.
     bool m_tokenFailureReported = false;

@@ -46,9 +46,10 @@ void QtViewImpl::OnStartOsDuringTestBoot()
     m_testBootActive = false;
     m_testMode = false;
     m_testBootTimer->stop();
-    const kro::result_t result =
-        m_businessLogic ? m_businessLogic->StartOperatingSystem() : kro::kNotInitialized;
-    if (Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_businessLogic)
+        result = m_businessLogic->StartOperatingSystem();
+    if (Succeeded(result, trace, kMember))
         CallDeferredStateChange();
 }
 

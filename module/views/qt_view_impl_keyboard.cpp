@@ -50,7 +50,19 @@ void QtViewImpl::InitKeyboardSelectors()
     for (const InputLanguage &language : languages)
         Form().languageSelector->AddItem(QString::fromStdU16String(language.name));
     Form().languageSelector->SetCurrentIndex(0);
-    OnSetKeyboardLanguage(0);
+    UseLanguage(0);
+}
+
+void QtViewImpl::UseLanguage(int index)
+{
+    FillLayouts(index);
+    SetTextDirection(IsRightToLeft(Language(index).languageId));
+}
+
+void QtViewImpl::UseLayout(int index)
+{
+    m_chosenLayouts[static_cast<std::size_t>(Form().languageSelector->CurrentIndex())] = index;
+    SetKeyboardLayoutByIndex(index);
 }
 
 void QtViewImpl::FillLayouts(int languageIndex)
@@ -92,33 +104,31 @@ void QtViewImpl::DirectField(QObject *object)
 void QtViewImpl::OnSetKeyboardLanguage(int langIndex)
 {
     const TraceScope trace("pba::QtViewImpl::OnSetKeyboardLanguage");
-    FillLayouts(langIndex);
-    SetTextDirection(IsRightToLeft(Language(langIndex).languageId));
+    UseLanguage(langIndex);
 }
 
 void QtViewImpl::OnSetKeyboardLayout(int layoutIndex)
 {
     const TraceScope trace("pba::QtViewImpl::OnSetKeyboardLayout");
-    m_chosenLayouts[static_cast<std::size_t>(Form().languageSelector->CurrentIndex())] = layoutIndex;
-    SetKeyboardLayoutByIndex(layoutIndex);
+    UseLayout(layoutIndex);
 }
 
 void QtViewImpl::OnNextKeyboardLanguage()
 {
     const TraceScope trace("pba::QtViewImpl::OnNextKeyboardLanguage");
     const int next = NextIndex(*Form().languageSelector);
-    TraceMessage(kTraceInfo) << "Language index: " << next;
+    TraceMessage(kTraceDetail) << "Language index: " << next;
     Form().languageSelector->SetCurrentIndex(next);
-    OnSetKeyboardLanguage(next);
+    UseLanguage(next);
 }
 
 void QtViewImpl::OnNextKeyboardLayout()
 {
     const TraceScope trace("pba::QtViewImpl::OnNextKeyboardLayout");
     const int next = NextIndex(*Form().layoutSelector);
-    TraceMessage(kTraceInfo) << "Layout index: " << next;
+    TraceMessage(kTraceDetail) << "Layout index: " << next;
     Form().layoutSelector->SetCurrentIndex(next);
-    OnSetKeyboardLayout(next);
+    UseLayout(next);
 }
 
 } // namespace pba

@@ -10,6 +10,7 @@
 #include "module/views/host_string.h"
 #include "module/views/report_lines.h"
 #include "module/views/screen_traits.h"
+#include "module/widgets/late_focus.h"
 
 namespace pba {
 
@@ -61,13 +62,13 @@ void QtViewImpl::SetUpLoginPage()
     else
         ShowDomainInputField();
     Form().loginUserName->setText(m_settings->ReadLastUser());
-    // Queued behind the focus that the domain's set-up queued, so this one wins.
+    // The domain's set-up has given the focus to a field of its own.
     if (!domainSaved)
-        QueueFocus(Form().loginDomain);
+        GiveFocus(Form().loginDomain);
     else if (Form().loginUserName->text().isEmpty())
-        QueueFocus(Form().loginUserName);
+        GiveFocus(Form().loginUserName);
     else
-        QueueFocus(Form().loginPassword);
+        GiveFocus(Form().loginPassword);
 }
 
 void QtViewImpl::HideDomainInputField()
@@ -78,7 +79,7 @@ void QtViewImpl::HideDomainInputField()
     Form().loginDomain->hide();
     // The hidden field is what a login sends.
     Form().loginDomain->setText(m_settings->ReadLastDomain());
-    QueueFocus(Form().loginUserName);
+    GiveFocus(Form().loginUserName);
 }
 
 void QtViewImpl::ShowDomainInputField()
@@ -87,7 +88,7 @@ void QtViewImpl::ShowDomainInputField()
     Form().changeDomainButton->hide();
     Form().loginDomain->show();
     Form().loginDomain->clear();
-    QueueFocus(Form().loginDomain);
+    GiveFocus(Form().loginDomain);
 }
 
 void QtViewImpl::OnChangeDomain()

@@ -105,7 +105,6 @@ bool QtViewImpl::ShowChangePasswordInternal(const QString &title, const QString 
         return false;
     Form().changePasswordUserNameLabel->setText(UserLabel(FromHostString(domain), FromHostString(userName)));
     SetScreen(kScreenChangePassword);
-    Form().newPassword->setFocus();
     return true;
 }
 

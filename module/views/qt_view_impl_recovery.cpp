@@ -2,6 +2,7 @@
 #include "module/views/qt_view_impl.h"
 
 #include "module/forms/ui_pba_main_window.h"
+#include "module/widgets/late_focus.h"
 #include "module/widgets/pba_message_box.h"
 
 namespace pba {
@@ -52,10 +53,10 @@ void QtViewImpl::OnPasswordRecoveryInternal()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::OnPasswordRecoveryInternal";
     TraceScope trace(kMember);
-    const kro::result_t result = m_businessLogic
-                                     ? m_businessLogic->StartPasswordRecovery(m_recoveryAdapter.get())
-                                     : kro::kNotInitialized;
-    if (Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_businessLogic)
+        result = m_businessLogic->StartPasswordRecovery(m_recoveryAdapter.get());
+    if (Succeeded(result, trace, kMember))
         CallDeferredStateChange();
 }
 
@@ -67,11 +68,12 @@ void QtViewImpl::OnQuitPasswordRecovery()
                                  tr("Are you sure that you want to exit the password reset procedure?"),
                                  tr("QUIT")))
         return;
-    if (!Succeeded(m_recoveryLogic ? kro::kOk : kro::kNotInitialized, trace, kMember, __LINE__))
-        return;
     // Whatever the host makes of it, the person wants out.
-    m_recoveryLogic->QuitRecovery();
-    CallDeferredStateChange();
+    CallResult result = kro::kNotInitialized;
+    if (m_recoveryLogic)
+        result = (m_recoveryLogic->QuitRecovery(), kro::kOk);
+    if (Succeeded(result, trace, kMember))
+        CallDeferredStateChange();
 }
 
 void QtViewImpl::OnRestartPasswordRecovery()
@@ -82,8 +84,10 @@ void QtViewImpl::OnRestartPasswordRecovery()
                                  tr("Are you sure that you want to restart the password reset procedure?"),
                                  tr("RESTART")))
         return;
-    const kro::result_t result = m_recoveryLogic ? m_recoveryLogic->RestartRecovery() : kro::kNotInitialized;
-    if (Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_recoveryLogic)
+        result = m_recoveryLogic->RestartRecovery();
+    if (Succeeded(result, trace, kMember))
         CallDeferredStateChange();
 }
 
@@ -131,9 +135,7 @@ void QtViewImpl::ShowResponseOutcome(const QString &text, void (QtViewImpl::*nex
     connect(button, &QPushButton::clicked, this, next);
     button->show();
     button->setDefault(true);
-    // At once as well: the line that lost the focus gave it to the links below, which a key would press.
-    button->setFocus();
-    QueueFocus(button);
+    GiveFocus(button);
 }
 
 void QtViewImpl::OnGotoChangePasswordAfterRecovery()
@@ -142,9 +144,10 @@ void QtViewImpl::OnGotoChangePasswordAfterRecovery()
     TraceScope trace(kMember);
     if (Form().responseInput->AcceptedLines().IsEmpty())
         return;
-    const kro::result_t result =
-        m_recoveryLogic ? m_recoveryLogic->GotoChangePassword() : kro::kNotInitialized;
-    if (Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_recoveryLogic)
+        result = m_recoveryLogic->GotoChangePassword();
+    if (Succeeded(result, trace, kMember))
         CallDeferredStateChange();
 }
 

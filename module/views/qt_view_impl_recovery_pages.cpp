@@ -10,6 +10,20 @@
 
 namespace pba {
 
+namespace {
+
+kro::result_t MakeEntropyBuffer(std::uint32_t size, std::shared_ptr<EntropyBuffer> &buffer)
+{
+    try {
+        buffer = std::make_shared<EntropyBuffer>(size);
+        return kro::kOk;
+    } catch (const std::bad_alloc &) {
+        return kro::kOutOfMemory;
+    }
+}
+
+} // namespace
+
 void QtViewImpl::ConnectRecoveryPages()
 {
     connect(Form().continueToResponceButton, &QPushButton::clicked, this, &QtViewImpl::OnGotoResponse);
@@ -36,12 +50,9 @@ void QtViewImpl::StartEntropyCollectionInternal(std::uint32_t amount)
     SetCollectingEntropy(false);
     if (m_entropy)
         m_entropy->Wipe();
-    try {
-        m_entropy = std::make_shared<EntropyBuffer>(amount);
-    } catch (const std::bad_alloc &) {
-        Succeeded(kro::kOutOfMemory, trace, kMember, __LINE__);
+    const CallResult result = MakeEntropyBuffer(amount, m_entropy);
+    if (!Succeeded(result, trace, kMember))
         return;
-    }
     Form().progressBar->setRange(0, static_cast<int>(amount));
     Form().progressBar->setValue(0);
     SetScreen(kScreenCollectEntropy);
@@ -63,9 +74,11 @@ void QtViewImpl::EntropyCollected()
     FinishCollectingEntropy();
     // Kept alive: a message that the host shows inside may lead to a new collection.
     const std::shared_ptr<EntropyBuffer> entropy = m_entropy;
-    const kro::result_t result =
-        m_recoveryLogic ? m_recoveryLogic->SetEntropy(entropy->Bytes()) : kro::kNotInitialized;
-    if (!Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_recoveryLogic)
+        result = m_recoveryLogic->SetEntropy(entropy->Bytes());
+    DropWaitingInput();
+    if (!Succeeded(result, trace, kMember))
         return;
     entropy->Wipe();
     CallDeferredStateChange();

@@ -6,6 +6,7 @@
 
 #include "module/forms/ui_pba_main_window.h"
 #include "module/views/screen_traits.h"
+#include "module/widgets/late_focus.h"
 #include "module/widgets/secret_field.h"
 
 namespace pba {
@@ -76,16 +77,7 @@ void QtViewImpl::SetUpScreen(int index)
             Form().stackedWidget->currentWidget()->setFocus();
         return;
     }
-    QWidget *focus = traits.focus(Form());
-    if (index == kScreenTestBoot)
-        focus->setFocus();
-    QueueFocus(focus);
-}
-
-// After the page switch has been processed.
-void QtViewImpl::QueueFocus(QWidget *widget)
-{
-    QTimer::singleShot(0, widget, qOverload<>(&QWidget::setFocus));
+    GiveFocus(traits.focus(Form()));
 }
 
 kro::result_t QtViewImpl::Defer(const char *name, StateChange change)

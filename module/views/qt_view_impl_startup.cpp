@@ -39,8 +39,10 @@ void QtViewImpl::InitBusinessLogic()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::InitBusinessLogic";
     TraceScope trace(kMember);
-    const kro::result_t result = m_businessLogic ? m_businessLogic->Init(m_owner) : kro::kNotInitialized;
-    if (!Succeeded(result, trace, kMember, __LINE__))
+    CallResult result = kro::kNotInitialized;
+    if (m_businessLogic)
+        result = m_businessLogic->Init(m_owner);
+    if (!Succeeded(result, trace, kMember))
         return;
     CallDeferredStateChange();
     QGuiApplication::restoreOverrideCursor();

@@ -1,8 +1,25 @@
 // The line numbers that internal-error reports carry. Support staff look them up, so they stay what they are
-// however the sources move; a report that is not listed here carries its real line.
+// however the sources move; a report that is not listed here carries its real line, that of the call.
 #pragma once
 
-namespace pba::report_line {
+#include "kro/result.h"
+
+namespace pba {
+
+// What a call has answered, and where it stands: to be made of the call itself, in one line.
+struct CallResult
+{
+    CallResult(kro::result_t answered, int lineOfCall = __builtin_LINE())
+        : code(answered)
+        , line(lineOfCall)
+    {
+    }
+
+    kro::result_t code;
+    int line;
+};
+
+namespace report_line {
 
 inline constexpr int kOnLoginStart = 629;
 inline constexpr int kOnLoginLogin = 640;
@@ -19,4 +36,6 @@ inline constexpr int kShowLoginByPassword = 1664;
 inline constexpr int kShowLoginByToken = 1684;
 inline constexpr int kUpdateTokenList = 1714;
 
-} // namespace pba::report_line
+} // namespace report_line
+
+} // namespace pba

@@ -6,9 +6,12 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
+#include "module/widgets/shown_name.h"
+
 namespace {
 
 constexpr int kAlwaysShown = 40;
+constexpr int kPartLength = 500;
 
 } // namespace
 
@@ -25,37 +28,74 @@ PbaComboBox::PbaComboBox(QWidget *parent)
 
 void PbaComboBox::AddItem(const QString &text)
 {
-    m_actions.append(m_menu->addAction(text));
-    if (m_actions.size() == 1)
+    m_entries.append(ButtonText(text));
+    if (Count() == 1)
         SetCurrentIndex(0);
+    if (Count() <= kPartLength)
+        AddEntry(*m_menu, Count() - 1);
+    else if (!m_menu->isEmpty())
+        EmptyMenu();
 }
 
 void PbaComboBox::Clear()
 {
     m_menu->close();
-    m_actions.clear();
+    m_entries.clear();
+    EmptyMenu();
+}
+
+void PbaComboBox::EmptyMenu()
+{
     m_menu->clear();
+    const auto parts = m_menu->findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QMenu *part : parts)
+        part->deleteLater();
+}
+
+void PbaComboBox::PartMenu()
+{
+    for (int first = 0; first < Count(); first += kPartLength) {
+        const int last = qMin(first + kPartLength, Count()) - 1;
+        QMenu *part = m_menu->addMenu(m_entries[first] + u" \u2013 "_qs + m_entries[last]);
+        connect(part, &QMenu::aboutToShow, this, [=, this] { FillPart(*part, first, last); });
+    }
+}
+
+void PbaComboBox::FillPart(QMenu &part, int first, int last)
+{
+    if (!part.isEmpty())
+        return;
+    for (int index = first; index <= last; ++index)
+        AddEntry(part, index);
+}
+
+void PbaComboBox::AddEntry(QMenu &menu, int index)
+{
+    menu.addAction(m_entries[index])->setData(index);
 }
 
 void PbaComboBox::SetCurrentIndex(int index)
 {
     m_currentIndex = index;
-    if (const QAction *action = m_actions.value(index))
-        setText(action->text());
+    if (index >= 0 && index < Count())
+        setText(m_entries[index]);
 }
 
 void PbaComboBox::OnMenuTriggered(QAction *action)
 {
     setStyleSheet(QString());
     setText(action->text());
-    const auto index = static_cast<int>(m_actions.indexOf(action));
-    m_currentIndex = index < 0 ? Count() : index;
+    bool isEntry = false;
+    const int index = action->data().toInt(&isEntry);
+    m_currentIndex = isEntry ? index : Count();
     emit CurrentIndexChanged(m_currentIndex);
 }
 
 void PbaComboBox::AboutToShowMenu()
 {
     setStyleSheet(QString());
+    if (m_menu->isEmpty())
+        PartMenu();
 }
 
 void PbaComboBox::AboutToHideMenu()
@@ -122,9 +162,10 @@ void PbaComboBox::paintEvent(QPaintEvent *)
     initStyleOption(&option);
     // The room that the text has: what the button lacks is missing there.
     const int lacking = sizeHint().width() - width();
+    const QString name = NameOnButton(text());
     if (lacking > 0)
-        option.text = option.fontMetrics.elidedText(text(), Qt::ElideRight,
-                                                    option.fontMetrics.horizontalAdvance(text()) - lacking);
-    setToolTip(lacking > 0 ? text() : QString());
+        option.text = ButtonText(option.fontMetrics.elidedText(
+            name, Qt::ElideRight, option.fontMetrics.horizontalAdvance(name) - lacking));
+    setToolTip(lacking > 0 ? ToolTipText(name) : QString());
     QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
 }

@@ -1,9 +1,12 @@
 // A push button whose pop-up menu plays the part of a drop-down list. The menu opens upwards, since the
 // button stands at the bottom edge of the screen. Only a person's choice emits CurrentIndexChanged.
+//
+// A list too long for one menu is parted: each entry of the menu then opens the menu of one part. The parts
+// are made when they are opened, so that a list costs what its texts take and no more.
 #pragma once
 
-#include <QList>
 #include <QPushButton>
+#include <QStringList>
 
 class QAction;
 class QMenu;
@@ -18,7 +21,7 @@ public:
     void AddItem(const QString &text);
     // Closes the list. The current index stays.
     void Clear();
-    int Count() const { return static_cast<int>(m_actions.size()); }
+    int Count() const { return static_cast<int>(m_entries.size()); }
     int CurrentIndex() const { return m_currentIndex; }
     void SetCurrentIndex(int index);
 
@@ -42,8 +45,13 @@ protected:
 private:
     void Underline();
     void PlaceMenu();
+    void EmptyMenu();
+    void PartMenu();
+    void FillPart(QMenu &part, int first, int last);
+    void AddEntry(QMenu &menu, int index);
 
     QMenu *m_menu;
     int m_currentIndex = -1;
-    QList<QAction *> m_actions;
+    // As they stand on the button.
+    QStringList m_entries;
 };

@@ -23,7 +23,7 @@ void PbaElidedLabel::paintEvent(QPaintEvent *)
     drawFrame(&painter);
     const QRect room = contentsRect();
     const QStringList lines = sizeHint().width() <= width() ? QStringList(text()) : BrokenLines(room);
-    setToolTip(lines.last().endsWith(kCut) && !text().endsWith(kCut) ? text() : QString());
+    setToolTip(lines.last().endsWith(kCut) && lines.last() != text() ? ToolTipText(text()) : QString());
     // A name runs in its own direction, whatever the window's.
     const auto flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) |
                        (text().isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight);

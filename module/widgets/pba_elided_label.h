@@ -5,12 +5,21 @@
 
 #include <QLabel>
 
+#include "module/widgets/shown_name.h"
+
 class PbaElidedLabel : public QLabel
 {
     Q_OBJECT
 
 public:
-    using QLabel::QLabel;
+    explicit PbaElidedLabel(QWidget *parent = nullptr)
+        : QLabel(parent)
+    {
+    }
+    explicit PbaElidedLabel(const QString &text) { setText(text); }
+
+    // What no screen can hold is not even kept.
+    void setText(const QString &text) { QLabel::setText(ShownName(text)); }
 
     QSize minimumSizeHint() const override;
 

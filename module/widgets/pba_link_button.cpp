@@ -27,6 +27,13 @@ void PbaLinkButton::showEvent(QShowEvent *event)
     QPushButton::showEvent(event);
 }
 
+void PbaLinkButton::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        SetUnderlined(false);
+    QPushButton::changeEvent(event);
+}
+
 // A link is never the dialog's automatic default, so Return would press the page's default button instead.
 void PbaLinkButton::keyPressEvent(QKeyEvent *event)
 {

@@ -5,9 +5,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTimer>
 
 #include "pba/password_recovery.h"
+#include "module/widgets/late_focus.h"
 #include "module/widgets/secret_field.h"
 
 namespace {
@@ -122,6 +122,7 @@ ResponseInput::ResponseInput(QWidget *parent)
 ResponseInput::~ResponseInput()
 {
     Wipe(m_acceptedLines);
+    m_rejectedLine.Wipe();
 }
 
 QString ResponseInput::LineLabel(int number)
@@ -148,7 +149,7 @@ void ResponseInput::Clear()
 {
     m_currentLine = nullptr;
     m_currentStatus = nullptr;
-    m_lineRejected = false;
+    m_rejectedLine.Wipe();
     while (QLayoutItem *item = layout()->takeAt(0)) {
         QWidget *widget = item->widget();
         delete item;
@@ -171,16 +172,13 @@ void ResponseInput::AddLine(int row)
     connect(m_currentLine, &QLineEdit::textEdited, this, &ResponseInput::OnResponseLineChanged);
     m_currentStatus = new QLabel;
     m_currentStatus->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    m_lineRejected = false;
 
     Grid()->addWidget(new QLabel(LineLabel(row + 1)), row, kLabelColumn);
     Grid()->addWidget(m_currentLine, row, kLineColumn);
     Grid()->addWidget(m_currentStatus, row, kStatusColumn);
-    // At once as well, and before the finished line loses it: else the focus would pass through the links
-    // below, where it would take the next key.
+    // Before the finished line loses the focus, which would pass through the links below.
     m_currentLine->show();
-    m_currentLine->setFocus();
-    QTimer::singleShot(0, m_currentLine, qOverload<>(&QWidget::setFocus));
+    GiveFocus(m_currentLine);
     if (finished)
         finished->setEnabled(false);
 }
@@ -194,15 +192,17 @@ void ResponseInput::FinishLine()
 void ResponseInput::OnResponseLineChanged(const QString &text)
 {
     if (text.size() < kFullLength) {
-        if (!m_lineRejected)
+        if (m_rejectedLine.IsEmpty())
             return;
-        m_lineRejected = false;
+        m_rejectedLine.Wipe();
         m_currentStatus->clear();
         emit LineEdited();
         return;
     }
     kro::string_t line = WithoutDots(text);
-    CheckLine(line);
+    // A key that the mask refuses is an edit too, by the toolkit's account.
+    if (line != m_rejectedLine)
+        CheckLine(line);
     line.Wipe();
 }
 
@@ -214,8 +214,9 @@ void ResponseInput::CheckLine(kro::string_t &line)
     const bool rejected = m_checker->CheckResponseLine(line) == kro::kFalse;
     if (start != m_starts)
         return;
+    m_rejectedLine.Wipe();
     if (rejected) {
-        m_lineRejected = true;
+        m_rejectedLine = line;
         ShowStatus(m_currentStatus, QCoreApplication::translate("PbaMainWindow", "Rejected"), u"red"_qs);
         emit LineRejected();
         return;

@@ -71,7 +71,8 @@ private:
     Lines m_acceptedLines;
     QLineEdit *m_currentLine = nullptr;
     QLabel *m_currentStatus = nullptr;
-    bool m_lineRejected = false;
+    // What the logic refused, as long as it stands in the line.
+    kro::string_t m_rejectedLine;
     ResponseValidator *m_validator;
     // Tells a check that the input began anew while the logic was asked.
     int m_starts = 0;

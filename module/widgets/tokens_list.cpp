@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QSignalMapper>
-#include <QTimer>
 
+#include "module/widgets/late_focus.h"
 #include "module/widgets/pba_elided_label.h"
 #include "module/widgets/pba_link_button.h"
 #include "module/widgets/secret_field.h"
@@ -91,7 +91,7 @@ void TokensList::AddToken(const QString &name, bool giveFocus)
     gap->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     Grid()->addWidget(gap, row + 2, kPinColumn);
     if (giveFocus)
-        QTimer::singleShot(0, pin, qOverload<>(&QWidget::setFocus));
+        GiveFocus(pin);
     ++m_tokenCount;
 }
 
@@ -115,6 +115,8 @@ QLineEdit *TokensList::AddPinField(int row)
     connect(pin, &QLineEdit::returnPressed, m_mapper, qOverload<>(&QSignalMapper::map));
     m_mapper->setMapping(pin, m_tokenCount);
     Grid()->addWidget(pin, row, kPinColumn);
+    // Else only later, behind the first key.
+    pin->show();
     return pin;
 }
 
@@ -142,7 +144,7 @@ void TokensList::AddRecoveryLink(int row)
 void TokensList::FocusFirstToken()
 {
     if (m_tokenCount > 0)
-        QTimer::singleShot(0, PinField(0), qOverload<>(&QWidget::setFocus));
+        GiveFocus(PinField(0));
 }
 
 void TokensList::OnPinEntered(int index)

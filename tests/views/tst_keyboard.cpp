@@ -13,7 +13,7 @@
 // Languages are switched by Alt+Shift, layouts by Ctrl+Space; Ctrl+1 and Ctrl+Shift+2 jump.
 static const pba::ConstantSettingsRecord kSettings{
     u"pc",
-    {{{1033, u"English", {{0x409, u"US", {0x2, 0x31}}, {0x809, u"UK", {}}}},
+    {{{1033, u"English", {{0x409, u"US", {0x2, 0x31}}, {0x809, u"U&K", {}}}},
       {1037, u"Hebrew", {{0x40d, u"Hebrew", {}}}},
       {1036, u"French", {{0x40c, u"French", {}}, {0x1040c, u"AZERTY", {0x6, 0x32}}}}},
      {0x1, 0x10},
@@ -109,11 +109,12 @@ private slots:
                 return Keyboard();
             };
             QCOMPARE(Keyboard(), u"English US 00000409");
-            QCOMPARE(choose("layoutSelector", 1), u"English UK 00000809");
+            QVERIFY(!fake_pbe::LogText().contains("OnSetKeyboardLanguage"));
+            QCOMPARE(choose("layoutSelector", 1), u"English U&&K 00000809");
             QCOMPARE(choose("languageSelector", 2), u"French French 0000040c");
             QCOMPARE(Keyboard(Qt::Key_Space, C), u"French AZERTY 0001040c");
             // Each language has kept its layout; the first follows the last.
-            QCOMPARE(Keyboard(Qt::Key_Shift, A), u"English UK 00000809");
+            QCOMPARE(Keyboard(Qt::Key_Shift, A), u"English U&&K 00000809");
             QCOMPARE(Keyboard(Qt::Key_Alt, S), u"Hebrew Hebrew 0000040d mirrored");
             QCOMPARE(Keyboard(Qt::Key_Space, C), u"Hebrew Hebrew 0000040d mirrored");
             FieldsThatComeLaterAreMirroredToo();
@@ -121,6 +122,8 @@ private slots:
             QCOMPARE(Keyboard(Qt::Key_1, C), u"English US 00000409");
             QCOMPARE(Keyboard(Qt::Key_At, C | S), u"French AZERTY 0001040c");
             QVERIFY(fake_pbe::LogText().contains("Keyboard layout index: 1, id: 66572\r\n"));
+            for (const auto &message : fake_pbe::Now().messages)
+                QVERIFY(message.severity == 900 || !message.text.startsWith("Language index: "));
 
             // The step waits for the release, happens once however long the keys are held, and not when
             // another was pressed meanwhile.

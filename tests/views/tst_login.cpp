@@ -63,16 +63,29 @@ private slots:
             QVERIFY(!Session::Find("changePasswordButton")->isEnabled());
             QCOMPARE(session.host.Count("StartLoginByPassword"), 0);
             QCOMPARE(refusal(u" "_qs, u" "_qs), u"");
-            QVERIFY(Session::Find("changePasswordButton")->isEnabled());
+            QPushButton *link = Session::Find("changePasswordButton");
+            QVERIFY(link->isEnabled());
             QCOMPARE(session.host.calls.last(), "Login(, , )");
+            QEnterEvent enter({}, {}, {});
+            QCoreApplication::sendEvent(link, &enter);
+            QVERIFY(!link->styleSheet().isEmpty());
+            Session::Field("loginPassword")->clear();
+            QVERIFY(link->styleSheet().isEmpty());
         });
     }
 
-    // As a person does it: domain, Tab, name, Tab, password, Return; and later another domain.
+    // As a person does it: domain, Tab, name, Tab, password, Return; and later another domain. Begun before
+    // the event loop has turned: what is typed at once, and where that leads, stays.
     void TypedLoginReachesTheHost()
     {
         Session session;
         WriteTextToFile(QString::fromUtf16(pba::kLastUserPath), u""_qs);
+        session.host.actions["IsAutologonSuppressed"] = [&] {
+            if (session.host.Count("Login(OFFICE,anna,s3 cret)") > 0)
+                return;
+            Session::Type(u"OFFICE"_qs);
+            Session::Press(Qt::Key_Tab);
+        };
         session.host.actions["Login"] = [&] {
             // A message in the call may lead to other texts in the fields.
             for (const char *field : {"loginDomain", "loginUserName", "loginPassword"})
@@ -83,9 +96,7 @@ private slots:
             session.host.view->ShowInitialScreen();
         };
         session.Play([&] {
-            QTRY_COMPARE(Session::FocusName(), u"loginDomain");
-            Session::Type(u"OFFICE"_qs);
-            Session::Press(Qt::Key_Tab);
+            QTest::qWait(1);
             Session::Type(u"anna"_qs);
             Session::Press(Qt::Key_Tab);
             Session::Type(u"s3 cret"_qs);
@@ -94,6 +105,7 @@ private slots:
             QCOMPARE(Remembered(pba::kLastDomainPath), u"OFFICE");
             QCOMPARE(Remembered(pba::kLastUserPath), u"anna");
             QVERIFY(!fake_pbe::LogText().contains("s3 cret"));
+            QCOMPARE(fake_pbe::LogText().count("key:"), 1);
 
             QTRY_COMPARE(Session::FocusName(), u"loginPassword");
             Session::Click("changeDomainButton");

@@ -38,6 +38,8 @@ private slots:
             session.Play([&] {
                 QCOMPARE(Session::Screen(), 7);
                 QCOMPARE(TokenSession::Rows()->count(), tokens.size() * 5);
+                QCOMPARE(Session::Label("singleTokenLabel")->isVisible(), tokens.size() == 1);
+                QCOMPARE(Session::Label("multipleTokensLabel")->isVisible(), tokens.size() != 1);
                 for (int i = 0; i < tokens.size(); ++i) {
                     QCOMPARE(TokenSession::At<QLabel>(3 * i, 0)->text(), QString::fromUtf8(tokens[i]));
                     QCOMPARE(TokenSession::At(3 * i, 1)->echoMode(), QLineEdit::Password);

@@ -1,12 +1,15 @@
 // Secret fields, and names that come from elsewhere: in a mirrored window, and long ones at the sizes of real
 // screens.
+#include <QMenu>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include "module/settings/paths.h"
 #include "module/settings/text_file.h"
 #include "settings_format/settings_encoder.h"
 #include "tests/support/test_main.h"
 #include "tests/views/session.h"
+#include "module/widgets/pba_combo_box.h"
 #include "module/widgets/pba_elided_label.h"
 #include "module/widgets/secret_field.h"
 
@@ -30,6 +33,33 @@ private slots:
                 QTest::keyClicks(&field, u"12345678"_qs);
                 QCOMPARE(field.text(), mask.isEmpty() ? u"1234567"_qs : u"1234"_qs);
             }
+        });
+    }
+
+    void EveryNameOfALongListCanBeChosen()
+    {
+        Session().Play([] {
+            PbaComboBox selector;
+            QSignalSpy chosen(&selector, &PbaComboBox::CurrentIndexChanged);
+            for (int i = 0; i < 1001; ++i)
+                selector.AddItem(QString::number(i));
+            QTimer::singleShot(0, &selector, [&] {
+                for (QAction *part : selector.menu()->actions()) {
+                    part->menu()->popup({});
+                    part->menu()->actions().first()->trigger();
+                    part->menu()->actions().last()->trigger();
+                }
+                selector.Clear();
+            });
+            selector.showMenu();
+            QList<int> indexes;
+            for (const QVariantList &arguments : chosen)
+                indexes.append(arguments[0].toInt());
+            QCOMPARE(indexes, (QList{0, 499, 500, 999, 1000, 1000}));
+            QCOMPARE(selector.text(), u"1000");
+            selector.AddItem(QString(2000000, u'&'));
+            QCOMPARE(selector.menu()->actions().size(), 1);
+            QCOMPARE(selector.text().size(), 2 * 500 + 1);
         });
     }
 

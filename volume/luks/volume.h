@@ -170,7 +170,6 @@ private:
     }
 
     [[nodiscard]] Error Connect();
-    [[nodiscard]] Error Load();
     [[nodiscard]] Error BeginChange(std::shared_ptr<HeaderWriter> *writer,
                                     std::chrono::milliseconds patience);
     [[nodiscard]] Error Fault(int result) const { return FromErrno(result, m_path); }
