@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <QTimer>
@@ -134,7 +135,7 @@ private:
     int CurrentScreen() const;
     void SetScreen(int index);
     void ClearDefaultButtons();
-    void UpdateRecoveryButtons(bool onRecoveryPage);
+    bool IsRecoveryInProgress();
     void SetUpScreen(int index);
     static void QueueFocus(QWidget *widget);
     kro::result_t Defer(const char *name, StateChange change);
@@ -222,9 +223,11 @@ private:
     bool m_testBootActive = false;
     std::uint32_t m_options = 0;
     bool m_wasActiveWindow = false;
-    // A token check that fails whenever the window becomes active must not report each time: its own report
-    // is what makes the window active again.
-    bool m_tokenFailureReported = false;
+    // A token check is made whenever the window becomes active, and its own report is what makes it active
+    // again. So it reports no failure that was reported before, until that call succeeds or a token comes or
+    // goes. By the calls' lines.
+    std::set<int> m_reportedFailures;
+    bool m_checkingTokens = false;
     bool m_changePasswordAfterLogin = false;
     bool m_startupBusy = true;
     bool m_testMode = false;
