@@ -6,8 +6,8 @@
 // - Everything runs on one thread, the one that calls Run. Nothing is locked. The host may call back from
 //   inside any call that the view makes to it.
 // - Objects are freed by the side that made them. Logic objects are not owned by the view: they must live
-//   until Run has returned or another one has taken their place. A main view lives until DeleteMainView, which
-//   belongs behind Run; the narrow views that are handed over in a run live until it ends, not longer.
+//   until Run has returned or another one has taken their place. A main view lives until DeleteMainView,
+//   which belongs behind Run; the narrow views that are handed over in a run live until it ends, not longer.
 // - Strings and lists are those of include/kro. String arguments are valid during the call only and always
 //   end in a zero. Out flags arrive as false.
 // - No exception crosses the boundary, save std::bad_alloc from Run and from ITranslator::Translate.
@@ -20,9 +20,9 @@
 // ConfirmLoggedIn, ChangePassword, CancelChangePassword, StartOperatingSystem, LoginByToken,
 // StartPasswordRecovery, SetEntropy, GotoChangePassword, QuitRecovery (whatever it answers) and
 // RestartRecovery; and inside PrepareChangePassword when it follows GetPasswordChangeInfo, but not when the
-// host itself has asked for the password-change page. GetPasswordChangeInfo and the call that follows it, be it
-// PrepareChangePassword or ConfirmLoggedIn, count as one. A request made anywhere else, or inside a call that
-// fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
+// host itself has asked for the password-change page. GetPasswordChangeInfo and the call that follows it, be
+// it PrepareChangePassword or ConfirmLoggedIn, count as one. A request made anywhere else, or inside a call
+// that fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
 #pragma once
 
 #include <cstdint>

@@ -2,9 +2,9 @@
 #include <QGridLayout>
 #include <QTimer>
 
-#include "test_main.h"
-#include "views/session.h"
-#include "widgets/tokens_list.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
+#include "module/widgets/tokens_list.h"
 
 struct TokenSession : Session
 {
