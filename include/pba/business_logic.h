@@ -20,8 +20,10 @@ public:
     // Once, at the end of the start-up; the host asks for the first screen here. May take its time: the
     // wait cursor shows.
     virtual kro::result_t Init(IMainView *view) = 0;
-    // Tokens may have come or gone. `*screenMustChange` arrives as false; true chooses the screen anew and
-    // empties the login fields. A screen request made inside waits for the person's next step.
+    // Tokens may have come or gone; asked when the platform says so and whenever the window becomes active,
+    // so also when a message is closed: one that is shown in here each time would never end.
+    // `*screenMustChange` arrives as false; true chooses the screen anew and empties the login fields. A
+    // screen request made inside waits for the person's next step.
     virtual kro::result_t UpdateConnectedTokens(bool *screenMustChange) = 0;
     // `*connected` arrives as false.
     virtual kro::result_t CheckTokensConnected(bool *connected) = 0;

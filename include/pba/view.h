@@ -6,7 +6,8 @@
 // - Everything runs on one thread, the one that calls Run. Nothing is locked. The host may call back from
 //   inside any call that the view makes to it.
 // - Objects are freed by the side that made them. Logic objects are not owned by the view: they must live
-//   until Run has returned or another one has taken their place.
+//   until Run has returned or another one has taken their place. A main view lives until DeleteMainView,
+//   which belongs behind Run; the narrow views that are handed over in a run live until it ends, not longer.
 // - Strings and lists are those of include/kro. String arguments are valid during the call only and always
 //   end in a zero. Out flags arrive as false.
 // - No exception crosses the boundary, save std::bad_alloc from Run and from ITranslator::Translate.
@@ -15,10 +16,13 @@
 // call to the host: ShowInitialScreen, ShowTestBootMessage, Close, ShowChangePassword, ShowLoggedIn,
 // StartEntropyCollection, ShowChallenge, StartResponceInput, and the recovery that a message leads to. The
 // view keeps the newest request only and carries it out when the host's call has returned without a failure.
-// That holds inside Init, IsAutologonSuppressed, StartLoginByPassword, Login, ConfirmLoggedIn,
-// ChangePassword, CancelChangePassword, StartOperatingSystem, LoginByToken, StartPasswordRecovery,
-// SetEntropy, GotoChangePassword, QuitRecovery and RestartRecovery. A request made anywhere else, or inside a
-// call that fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
+// That holds inside Init, IsAutologonSuppressed, StartLoginByPassword, Login, GetPasswordChangeInfo,
+// ConfirmLoggedIn, ChangePassword, CancelChangePassword, StartOperatingSystem, LoginByToken,
+// StartPasswordRecovery, SetEntropy, GotoChangePassword, QuitRecovery (whatever it answers) and
+// RestartRecovery; and inside PrepareChangePassword when it follows GetPasswordChangeInfo, but not when the
+// host itself has asked for the password-change page. GetPasswordChangeInfo and the call that follows it, be
+// it PrepareChangePassword or ConfirmLoggedIn, count as one. A request made anywhere else, or inside a call
+// that fails, waits for the next of these to succeed. ShowMessage and ShowStartingOsScreen act at once.
 #pragma once
 
 #include <cstdint>
@@ -46,7 +50,8 @@ public:
     // internal error.
     virtual void SetBusinessLogic(IBusinessLogic *logic) = 0;
     // Shows the user interface and returns when it has ended: 0, or kUnspecifiedError when the event loop
-    // ended with a code. May be called again afterwards; called while it runs it answers kInvalidState.
+    // ended with a code. May be called again afterwards. While this or another view runs, or the host has an
+    // application object of the toolkit, it answers kInvalidState.
     virtual kro::result_t Run() = 0;
     // Before Run the flags are kept for it. Always 0.
     virtual kro::result_t SetOptions(std::uint32_t options) = 0;
@@ -68,7 +73,7 @@ extern "C" {
 
 // Null only when there is no memory.
 __attribute__((visibility("default"))) pba::IMainView *CreateMainView();
-// Null is ignored.
+// Null is ignored, and so is a view whose Run has not returned: call it again then.
 __attribute__((visibility("default"))) void DeleteMainView(pba::IMainView *view);
 // Null when there is no catalogue: go on untranslated.
 __attribute__((visibility("default"))) pba::ITranslator *CreateTranslator();

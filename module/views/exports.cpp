@@ -14,8 +14,12 @@ pba::IMainView *CreateMainView()
 
 void DeleteMainView(pba::IMainView *view)
 {
-    const pba::TraceScope trace("DeleteMainView");
-    delete view;
+    pba::TraceScope trace("DeleteMainView");
+    const auto *mainView = static_cast<pba::QtMainView *>(view);
+    if (mainView && mainView->IsRunning())
+        trace.SetResult(kro::kInvalidState);
+    else
+        delete mainView;
 }
 
 pba::ITranslator *CreateTranslator()

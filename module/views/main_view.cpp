@@ -1,7 +1,5 @@
 #include "module/views/main_view.h"
 
-#include <new>
-
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
@@ -10,6 +8,7 @@
 #include "module/settings/paths.h"
 #include "module/trace/trace.h"
 #include "module/views/catalogue.h"
+#include "module/views/guarded.h"
 #include "module/views/qt_view_impl.h"
 
 namespace pba {
@@ -46,7 +45,8 @@ void QtMainView::SetBusinessLogic(IBusinessLogic *logic)
 kro::result_t QtMainView::Run()
 {
     TraceScope trace("pba::QtMainView::Run");
-    const kro::result_t result = m_running ? kro::kInvalidState : RunController();
+    // There can be one: this view's own of a run under way, another view's, or the host's.
+    const kro::result_t result = QCoreApplication::instance() ? kro::kInvalidState : RunController();
     trace.SetResult(result);
     return result;
 }
@@ -93,9 +93,14 @@ kro::result_t QtMainView::SetOptions(std::uint32_t options)
     return kro::kOk;
 }
 
+kro::result_t QtMainView::Forward(kro::result_t (QtViewImpl::*request)())
+{
+    return m_controller ? Guarded([=, this] { return (m_controller->*request)(); }) : kro::kInvalidState;
+}
+
 kro::result_t QtMainView::ShowInitialScreen()
 {
-    return m_controller ? m_controller->ShowInitialScreen() : kro::kInvalidState;
+    return Forward(&QtViewImpl::ShowInitialScreen);
 }
 
 ILoginByPasswordView *QtMainView::GetLoginByPasswordView()
@@ -108,17 +113,17 @@ void QtMainView::Idle() {}
 
 kro::result_t QtMainView::ShowTestBootMessage()
 {
-    return m_controller ? m_controller->ShowTestBootMessage() : kro::kInvalidState;
+    return Forward(&QtViewImpl::ShowTestBootMessage);
 }
 
 kro::result_t QtMainView::ShowStartingOsScreen()
 {
-    return m_controller ? m_controller->ShowStartingOsScreen() : kro::kInvalidState;
+    return Forward(&QtViewImpl::ShowStartingOsScreen);
 }
 
 kro::result_t QtMainView::Close()
 {
-    return m_controller ? m_controller->OnClose() : kro::kInvalidState;
+    return Forward(&QtViewImpl::OnClose);
 }
 
 } // namespace pba

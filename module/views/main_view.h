@@ -21,10 +21,14 @@ public:
     kro::result_t ShowStartingOsScreen() override;
     kro::result_t Close() override;
 
+    // Until the run ends, the controller and the host's calls go back to this object.
+    bool IsRunning() const { return m_running; }
+
 private:
     class Running;
 
     kro::result_t RunController();
+    kro::result_t Forward(kro::result_t (QtViewImpl::*request)());
 
     // Not null only while the event loop runs.
     QtViewImpl *m_controller = nullptr;

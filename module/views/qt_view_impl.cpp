@@ -146,7 +146,7 @@ bool QtViewImpl::event(QEvent *event)
     case pbe::kTokenRemoved:
         TraceMessage(kTraceDetail)
             << "received PbeTokenAdded or PbeTokenRemoved event, updating token list...";
-        m_tokenFailureReported = false;
+        m_reportedFailures.clear();
         OnUpdateConnectedTokens();
         return true;
     case pbe::kMouseAdded:

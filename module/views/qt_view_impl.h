@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <QHash>
@@ -136,7 +137,7 @@ private:
     int CurrentScreen() const;
     void SetScreen(int index);
     void ClearDefaultButtons();
-    void UpdateRecoveryButtons(bool onRecoveryPage);
+    bool IsRecoveryInProgress();
     void SetUpScreen(int index);
     kro::result_t Defer(const char *name, StateChange change);
     void ShowInitialScreenInternal();
@@ -232,9 +233,11 @@ private:
     bool m_wasActiveWindow = false;
     // The keys whose press was logged, and the page on which it was.
     QHash<int, int> m_loggedKeys;
-    // A token check that fails whenever the window becomes active must not report each time: its own report
-    // is what makes the window active again.
-    bool m_tokenFailureReported = false;
+    // A token check is made whenever the window becomes active, and its own report is what makes it active
+    // again. So it reports no failure that was reported before, until that call succeeds or a token comes or
+    // goes. By the calls' lines.
+    std::set<int> m_reportedFailures;
+    bool m_checkingTokens = false;
     bool m_changePasswordAfterLogin = false;
     bool m_startupBusy = true;
     bool m_testMode = false;

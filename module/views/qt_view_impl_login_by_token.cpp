@@ -2,6 +2,7 @@
 #include "module/views/qt_view_impl.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 
 #include "pbe/screen.h"
 #include "module/forms/ui_pba_main_window.h"
@@ -99,23 +100,20 @@ void QtViewImpl::OnUpdateConnectedTokensSlot()
 {
     static constexpr char kMember[] = "pba::QtViewImpl::OnUpdateConnectedTokensSlot";
     TraceScope trace(kMember);
+    const QScopedValueRollback checking(m_checkingTokens, true);
     bool screenMustChange = false;
     kro::result_t result = kro::kOk;
     // A message that has come up since may be the host's, in the middle of a call. When it is closed, tokens
     // are looked at anyway.
-    if (!QApplication::activeModalWidget())
+    const bool inFront = !QApplication::activeModalWidget();
+    if (inFront)
         result = m_businessLogic ? m_businessLogic->UpdateConnectedTokens(&screenMustChange)
                                  : kro::kNotInitialized;
     QGuiApplication::restoreOverrideCursor();
     m_startupBusy = false;
     UpdatePointer();
-    if (kro::Failed(result) && std::exchange(m_tokenFailureReported, true)) {
-        trace.SetResult(result);
+    if (!inFront || !Succeeded(result, trace, kMember, report_line::kOnUpdateConnectedTokens))
         return;
-    }
-    if (!Succeeded(result, trace, kMember, report_line::kOnUpdateConnectedTokens))
-        return;
-    m_tokenFailureReported = false;
     // The person may have gone on, or the host shown another page.
     if (screenMustChange && FollowsTokens(CurrentScreen()))
         ShowInitialScreenInternal();

@@ -23,11 +23,13 @@ constexpr int kCancelled = 2;
 
 } // namespace
 
-// Runs a dialog in front of the controller's. Not every window system gives the focus back afterwards.
+// Runs a dialog in front of the controller's. Not every window system gives the focus back afterwards, and
+// the one that stood in front may have been another dialog: then everything else is blocked.
 int QtViewImpl::RunModal(QDialog &dialog)
 {
     const int result = dialog.exec();
-    activateWindow();
+    QWidget *beneath = QApplication::activeModalWidget();
+    (beneath ? beneath : this)->activateWindow();
     // A button that led to the dialog would take the keys that are pressed at random.
     if (IsCollectingEntropy())
         Form().stackedWidget->currentWidget()->setFocus();
@@ -74,8 +76,10 @@ bool QtViewImpl::ShowConfirmationMessage(const QString &title, const QString &me
 
 bool QtViewImpl::Succeeded(kro::result_t result, TraceScope &trace, const char *member, int line)
 {
-    if (!kro::Failed(result))
+    if (!kro::Failed(result)) {
+        m_reportedFailures.erase(line);
         return true;
+    }
     trace.SetResult(result);
     ReportInternalError(result, member, line);
     return false;
@@ -86,6 +90,9 @@ void QtViewImpl::ReportInternalError(kro::result_t result, const char *member, i
     const auto code = static_cast<std::uint32_t>(result);
     TraceMessage(kTraceError) << "Internal PBA error. Function: " << member << ", line: " << line
                               << ", res: " << TraceHex{code};
+    const bool reportedBefore = !m_reportedFailures.insert(line).second;
+    if (m_checkingTokens && reportedBefore)
+        return;
     LockUiDialog report;
     report.SetTitle(tr("Internal Error"));
     report.SetText(tr("Internal PBA error.\n\nFunction: %1\nLine: %2\nres: %3(%4)")

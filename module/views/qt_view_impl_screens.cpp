@@ -1,8 +1,9 @@
 // Which page is shown, and the state changes that wait for the host's call to return.
 #include "module/views/qt_view_impl.h"
 
-#include <new>
 #include <utility>
+
+#include <QScopedValueRollback>
 
 #include "module/forms/ui_pba_main_window.h"
 #include "module/views/screen_traits.h"
@@ -32,10 +33,12 @@ void QtViewImpl::SetScreen(int index)
     SetCollectingEntropy(index == kScreenCollectEntropy);
     Form().stackedWidget->setCurrentIndex(index);
     ClearDefaultButtons();
-    UpdateRecoveryButtons(traits.recovery);
+    const bool inProgress = traits.recovery && IsRecoveryInProgress();
     // The host was asked, and may have shown another page in the middle of it.
     if (CurrentScreen() != index)
         return;
+    Form().quitRecoveryButton->setVisible(inProgress);
+    Form().restartRecoveryButton->setVisible(traits.recovery);
     SetUpScreen(index);
     Form().helpButton->setVisible(traits.helpButton);
     // Nothing more is painted once the host has switched the screen off.
@@ -51,15 +54,12 @@ void QtViewImpl::ClearDefaultButtons()
         button->setDefault(false);
 }
 
-void QtViewImpl::UpdateRecoveryButtons(bool onRecoveryPage)
+bool QtViewImpl::IsRecoveryInProgress()
 {
-    bool inProgress = false;
-    if (onRecoveryPage && m_recoveryLogic)
-        inProgress = m_recoveryLogic->IsRecoveryInProgress();
-    else if (onRecoveryPage)
-        ReportInternalError(kro::kNotInitialized, "pba::QtViewImpl::SetScreen", __LINE__);
-    Form().quitRecoveryButton->setVisible(inProgress);
-    Form().restartRecoveryButton->setVisible(onRecoveryPage);
+    if (m_recoveryLogic)
+        return m_recoveryLogic->IsRecoveryInProgress();
+    ReportInternalError(kro::kNotInitialized, "pba::QtViewImpl::SetScreen", __LINE__);
+    return false;
 }
 
 void QtViewImpl::SetUpScreen(int index)
@@ -97,9 +97,8 @@ void QtViewImpl::CallDeferredStateChange()
         return;
     }
     const StateChange change = std::exchange(m_pendingStateChange, nullptr);
-    ++m_stateChangeDepth;
+    const QScopedValueRollback depth(m_stateChangeDepth, m_stateChangeDepth + 1);
     change();
-    --m_stateChangeDepth;
 }
 
 kro::result_t QtViewImpl::ShowInitialScreen()

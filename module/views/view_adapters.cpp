@@ -1,7 +1,6 @@
 #include "module/views/view_adapters.h"
 
-#include <new>
-
+#include "module/views/guarded.h"
 #include "module/views/host_string.h"
 #include "module/views/qt_view_impl.h"
 
@@ -9,23 +8,11 @@ namespace pba {
 
 namespace {
 
-// Runs what a host asked for; no exception crosses the boundary.
-template <typename Request>
-kro::result_t Guarded(Request request)
-{
-    try {
-        return request();
-    } catch (const std::bad_alloc &) {
-        return kro::kOutOfMemory;
-    }
-}
-
 kro::result_t ForwardMessage(QtViewImpl &controller, const kro::wstring_t &title,
                              const kro::wstring_t &message, std::uint32_t severity, std::uint32_t type)
 {
     return Guarded([&] {
         controller.ShowMessage(FromHostString(title), FromHostString(message), severity, type, false);
-        return kro::kOk;
     });
 }
 
@@ -54,12 +41,12 @@ void QtLoginByPasswordView::SetLogic(ILoginByPasswordLogic *logic)
 
 void QtLoginByPasswordView::SelectPassword()
 {
-    m_controller.SelectPassword();
+    Guarded([this] { m_controller.SelectPassword(); });
 }
 
 void QtLoginByPasswordView::SelectUserName()
 {
-    m_controller.SelectUserName();
+    Guarded([this] { m_controller.SelectUserName(); });
 }
 
 kro::result_t QtLoginByPasswordView::ShowChangePassword(const kro::wstring_t &title,
@@ -72,7 +59,7 @@ kro::result_t QtLoginByPasswordView::ShowChangePassword(const kro::wstring_t &ti
 
 kro::result_t QtLoginByPasswordView::ShowLoggedIn()
 {
-    return m_controller.ShowLoggedIn();
+    return Guarded([this] { return m_controller.ShowLoggedIn(); });
 }
 
 QtLoginByTokenView::QtLoginByTokenView(QtViewImpl &controller)
@@ -98,7 +85,7 @@ void QtLoginByTokenView::SetLogic(ILoginByTokenLogic *logic)
 
 kro::result_t QtLoginByTokenView::ShowLoggedIn()
 {
-    return m_controller.ShowLoggedIn();
+    return Guarded([this] { return m_controller.ShowLoggedIn(); });
 }
 
 QtPasswordRecoveryView::QtPasswordRecoveryView(QtViewImpl &controller)
@@ -119,7 +106,7 @@ void QtPasswordRecoveryView::SetLogic(IPasswordRecoveryLogic *logic)
 
 kro::result_t QtPasswordRecoveryView::StartEntropyCollection(std::uint32_t amount)
 {
-    return m_controller.StartEntropyCollection(amount);
+    return Guarded([&] { return m_controller.StartEntropyCollection(amount); });
 }
 
 kro::result_t QtPasswordRecoveryView::ShowChallenge(const kro::vector_t<kro::string_t> &challenge)
@@ -129,7 +116,7 @@ kro::result_t QtPasswordRecoveryView::ShowChallenge(const kro::vector_t<kro::str
 
 kro::result_t QtPasswordRecoveryView::StartResponceInput()
 {
-    return m_controller.StartResponceInput();
+    return Guarded([this] { return m_controller.StartResponceInput(); });
 }
 
 } // namespace pba

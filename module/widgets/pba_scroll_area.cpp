@@ -20,6 +20,12 @@ PbaScrollArea::PbaScrollArea(QWidget *parent)
     connect(qApp, &QApplication::focusChanged, this, &PbaScrollArea::ShowFocus);
 }
 
+// The content that is destroyed next may have the focus, and the application tells of it.
+PbaScrollArea::~PbaScrollArea()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 QSize PbaScrollArea::sizeHint() const
 {
     return widget() ? widget()->sizeHint() : QScrollArea::sizeHint();

@@ -10,6 +10,7 @@ class PbaScrollArea : public QScrollArea
 
 public:
     explicit PbaScrollArea(QWidget *parent = nullptr);
+    ~PbaScrollArea() override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

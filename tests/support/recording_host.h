@@ -118,7 +118,11 @@ public:
         return Note(__func__, QByteArray::number(qulonglong(lines.Size())));
     }
     Code GotoChangePassword() override { return Note(__func__); }
-    bool IsRecoveryInProgress() override { return recoveryInProgress; }
+    bool IsRecoveryInProgress() override
+    {
+        Call(__func__);
+        return recoveryInProgress;
+    }
     Code QuitRecovery() override { return Note(__func__); }
     Code RestartRecovery() override { return Note(__func__); }
 

@@ -46,7 +46,7 @@ Boxes::Boxes(const QStringList &answers)
 void Boxes::Look()
 {
     auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-    if (!dialog || dialog == m_answered || m_answers.isEmpty())
+    if (!dialog || dialog == m_answered || !dialog->isActiveWindow() || m_answers.isEmpty())
         return;
     const auto *title = dialog->findChild<QLabel *>(u"title"_qs);
     const auto *version = dialog->findChild<QLabel *>(u"versionLabel"_qs);

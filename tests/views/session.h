@@ -95,7 +95,8 @@ struct Box
     bool waiting = false;
 };
 
-// Answers modal dialogs as they come up, one answer each: the object name of a button to click, or "Escape".
+// Answers modal dialogs as soon as they have the keys, one answer each: the object name of a button to click,
+// or "Escape".
 class Boxes : public QObject
 {
 public:

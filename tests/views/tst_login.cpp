@@ -125,9 +125,10 @@ private slots:
             const char *name;
             QByteArray file;
             QString fields;
-        } rows[] = {{"no file", {}, u"|"_qs},
-                    {"empty file", "", u"|"_qs},
-                    {"one line, ended", "anna\r\n", u"|"_qs},
+        } rows[] = {{"no file", {}, u"typed|so far"_qs},
+                    {"empty file", "", u"typed|so far"_qs},
+                    {"cannot be opened", QByteArray(4 * 1024 * 1024 + 1, '\n'), u"typed|so far"_qs},
+                    {"one line, ended", "anna\r\n", u"typed|so far"_qs},
                     {"two lines", "anna\r\n p w \r\nmore", u"anna| p w "_qs},
                     {"UTF-16", {"\xFF\xFE\x16\x04\n\0b\0", 8}, u"\u0416|b"_qs},
                     {"empty password", "anna\n\n", u"anna|"_qs}};
@@ -136,6 +137,8 @@ private slots:
             if (!row.file.isNull())
                 fake_pbe::WriteFile(pba::kAutologonPath, row.file);
             session.Play([&] {
+                Session::Field("loginUserName")->setText(u"typed"_qs);
+                Session::Field("loginPassword")->setText(u"so far"_qs);
                 QMetaObject::invokeMethod(Session::Dialog(), "TryToAutologon");
                 QCOMPARE(Session::Field("loginUserName")->text() + u'|' +
                              Session::Field("loginPassword")->text(),

@@ -53,6 +53,25 @@ private slots:
         }
     }
 
+    // The keys belong to the one in front, and tokens are looked at when the last is gone.
+    void MessageOverHelp()
+    {
+        Session session;
+        session.options = 5;
+        session.Play([&] {
+            QTRY_VERIFY(Session::Dialog()->isActiveWindow() && !QGuiApplication::overrideCursor());
+            session.host.calls.clear();
+            Boxes help({u"Escape"_qs});
+            help.whileStanding = [&] {
+                const Boxes message({u"Escape"_qs});
+                session.host.passwordView->ShowMessage(u"t", u"m", 0, 0);
+                QTRY_VERIFY(QApplication::activeModalWidget()->isActiveWindow());
+            };
+            Session::Click("helpButton");
+            QTRY_COMPARE(session.host.calls, QList<QByteArray>{"UpdateConnectedTokens"});
+        });
+    }
+
     void LoggingWarning()
     {
         for (const quint32 severity : {799u, 800u, 1000u}) {

@@ -228,6 +228,12 @@ private slots:
                     QCOMPARE(host.Count(call), calls);
                     QCOMPARE(Session::Screen(), calls > 0 ? 4 : 2);
                 }
+                // Another page, shown while the host is asked about this one, keeps what is its own.
+                host.actions["IsRecoveryInProgress"] = [&host] { host.view->ShowStartingOsScreen(); };
+                Boxes boxes({u"Escape"_qs});
+                Session::Click(button);
+                QCOMPARE(Session::Screen(), 9);
+                QVERIFY(!Session::Find(button)->isVisible());
             });
         }
     }
