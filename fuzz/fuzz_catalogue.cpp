@@ -7,7 +7,7 @@
 
 #include <QTranslator>
 
-#include "views/catalogue_check.h"
+#include "module/views/catalogue_check.h"
 
 namespace {
 
