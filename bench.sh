@@ -11,7 +11,7 @@ build gcc bench texts >&2
 
 bin=$PWD/build/gcc/bin
 demo=$PWD/build/bench
-[ -e "$demo/ready" ] || scripts/prepare_demo.sh "$bin/pba_admin" "$demo" >&2
+[ -e "$demo/fresh.img" ] || scripts/prepare_demo.sh "$bin/pba_admin" "$demo" >&2
 scripts/put_texts.sh build/gcc en "$demo/root"
 start_x_server Xvfb -screen 0 1024x768x24
 

@@ -2,8 +2,11 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <linux/capability.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace volume {
@@ -19,6 +22,17 @@ void OccupyStandardStreams()
     }
 }
 
+// Under a limit allocations would fail some day, and nobody could log on.
+bool MayLockAll()
+{
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct rights[_LINUX_CAPABILITY_U32S_3]{};
+    if (syscall(SYS_capget, &header, rights) == 0 && (rights[0].effective & 1U << CAP_IPC_LOCK) != 0)
+        return true;
+    rlimit limit{};
+    return getrlimit(RLIMIT_MEMLOCK, &limit) == 0 && limit.rlim_cur == RLIM_INFINITY;
+}
+
 } // namespace
 
 // Against core dumps either alone would leave a gap: one that is piped to a program ignores the limit.
@@ -28,6 +42,13 @@ void ProtectProcess()
     setrlimit(RLIMIT_CORE, &none);
     prctl(PR_SET_DUMPABLE, 0);
     OccupyStandardStreams();
+}
+
+// Pages are locked when they are first used: what is never touched costs nothing.
+void LockMemory()
+{
+    if (MayLockAll())
+        mlockall(MCL_CURRENT | MCL_FUTURE | MCL_ONFAULT);
 }
 
 } // namespace volume

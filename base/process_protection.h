@@ -8,4 +8,8 @@ namespace volume {
 // a message. To be called before any file is opened and any secret is known.
 void ProtectProcess();
 
+// Keeps all memory of the process, now and later, out of the swap: a toolkit copies what is typed wherever it
+// likes. Only without a limit, as root has it, who must stay root then.
+void LockMemory();
+
 } // namespace volume

@@ -21,15 +21,6 @@ constexpr int kStopped = 1;
 // event loop takes it.
 const int s_request = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
 
-// Signals are the host's. The framebuffer's screen would end the process on the spot, with the secrets in
-// memory and the lights of the keyboard as they are.
-void KeepSignalsOfTheHost()
-{
-    qputenv("QT_QPA_NO_SIGNAL_HANDLER", "1");
-}
-
-Q_CONSTRUCTOR_FUNCTION(KeepSignalsOfTheHost)
-
 void OnRequest()
 {
     // Outside a loop there is nothing to end yet: the request waits.

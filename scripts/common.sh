@@ -2,7 +2,7 @@
 
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
-say() { printf '%s\n' "$*" >&2; }
+say() { printf '%s\n' "$@" >&2; }
 fail() { say "$*"; exit 1; }
 
 # Installs what is missing of the packages listed in a file, a name a line.

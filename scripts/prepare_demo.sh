@@ -22,11 +22,13 @@ printf '%s\n' "$passphrase" | "$admin" recovery keygen --out "$demo/keys" --pass
 printf '%s\n' "$anna" | "$admin" recovery enroll --volume "$demo/volume.img" --admin-key "$demo/keys/recovery.pub" \
     --escrow "$demo/escrow" --machine demo-laptop --password-stdin
 cat >"$demo/users.txt" <<TXT
-The demonstration's users:
+The demonstration's users, until you change their passwords; ./run --clean prepares them anew:
   user anna,  no domain,      password $anna
   user boris, domain OFFICE,  password $boris
 Should one of them forget it, answer the challenge on the screen with
   $admin recovery respond --key $demo/keys --escrow $demo/escrow --machine demo-laptop --user anna
 and the passphrase $passphrase
 TXT
-touch "$demo/ready"
+# What the demonstration with a token begins with, and the sign that all is prepared.
+cp --sparse=always "$demo/volume.img" "$demo/fresh.part"
+mv "$demo/fresh.part" "$demo/fresh.img"

@@ -16,10 +16,11 @@ namespace {
 constexpr char kFooter[] = R"(
 Exit codes:
   0  the operating system was started; with --mapper-name the volume is active
-  1  the view failed
+  1  the view failed, or there is no display to show it on
   2  wrong usage, or a volume that cannot be used
   3  ended by a signal
   4  the test boot ended
+  5  access to the volume or to the framebuffer is denied
 
 Example:
   pba_host --root / --volume /dev/sda3 --mapper-name cryptroot)";

@@ -10,6 +10,7 @@
 #include "host/service/last_login.h"
 #include "host/log.h"
 #include "host/screen/module.h"
+#include "pbe/application.h"
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "volume/interrupted_changes.h"
@@ -22,10 +23,10 @@ namespace {
 
 using namespace host;
 
-int Refuse(const std::string &what)
+int Refuse(const std::string &what, int exitCode = kExitUsage)
 {
     std::cerr << "pba_host: " << volume::Printable(what) << '\n';
-    return kExitUsage;
+    return exitCode;
 }
 
 // Before the module is loaded: its first log lines are written while it loads.
@@ -116,11 +117,15 @@ int Main(int argc, char **argv)
         return Refuse(line->log + ": cannot be written; give --log another file");
     std::unique_ptr<volume::Volume> volume;
     if (const volume::Error error = OpenVolume(*line, &volume); error != volume::Error::None)
-        return Refuse(line->volume + ": " + volume::Describe(error));
+        return Refuse(line->volume + ": " + volume::Describe(error),
+                      error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
     Module module;
     std::string fault;
     if (!module.Load(line->module.empty() ? Module::DefaultPath() : line->module, &fault))
         return Refuse("the view module cannot be loaded: " + fault);
+    kro::string_t missing;
+    if (const kro::result_t display = PbeCheckDisplay(&missing); kro::Failed(display))
+        return Refuse(missing.Data(), display == kro::kAccessDenied ? kExitNoAccess : kExitViewFailed);
     return RunHost(*line, module, *volume);
 }
 
@@ -129,6 +134,7 @@ int Main(int argc, char **argv)
 int main(int argc, char **argv)
 {
     volume::ProtectProcess();
+    volume::LockMemory();
     try {
         return Main(argc, argv);
     } catch (const std::bad_alloc &) {

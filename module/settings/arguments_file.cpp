@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <sstream>
+#include <stdexcept>
 
 #include <boost/program_options/options_description.hpp>
 #include <boost/program_options/parsers.hpp>
@@ -27,11 +28,14 @@ options::options_description KnownOptions()
     return known;
 }
 
-// Empty when the file cannot be opened.
+// Empty when the file cannot be opened; throws when it is too large, which no arguments are.
 std::string ReadContent(const char16_t *path)
 {
     QFile file;
-    if (!pba::OpenPbaFile(file, QString::fromUtf16(path), QIODevice::ReadOnly))
+    const kro::result_t result = pba::OpenPbaFile(file, QString::fromUtf16(path), QIODevice::ReadOnly);
+    if (result == kro::kBufferTooSmall)
+        throw std::length_error("the file is larger than 4 MiB");
+    if (kro::Failed(result))
         return std::string();
     return file.readAll().toStdString();
 }

@@ -1,6 +1,7 @@
 #include "module/settings/pba_file.h"
 
 #include "pbe/files.h"
+#include "pbe/log.h"
 
 namespace pba {
 
@@ -18,25 +19,29 @@ bool PbaFileExists(const QString &path)
     return PbeFileExists(WidePath(path));
 }
 
-bool OpenPbaFile(QFile &file, const QString &path, QIODevice::OpenMode mode)
+kro::result_t OpenPbaFile(QFile &file, const QString &path, QIODevice::OpenMode mode)
 {
     const bool reading = mode.testFlag(QIODevice::ReadOnly);
     int descriptor = -1;
     const kro::result_t result = reading ? PbeOpenFileForReading(WidePath(path), &descriptor)
                                          : PbeOpenFileForWriting(WidePath(path), &descriptor);
-    if (kro::Failed(result) || !file.open(descriptor, mode, QFileDevice::AutoCloseHandle))
-        return false;
-    if (reading && file.size() > kMaxPbaFileSize)
-        file.close();
-    return file.isOpen();
+    if (kro::Failed(result))
+        return result;
+    if (!file.open(descriptor, mode, QFileDevice::AutoCloseHandle))
+        return kro::kAccessDenied;
+    if (!reading || file.size() <= kMaxPbaFileSize)
+        return kro::kOk;
+    file.close();
+    ReportRefusedFile(path, "is larger than 4 MiB");
+    return kro::kBufferTooSmall;
 }
 
-QString PbaFileName(const QString &path)
+void ReportRefusedFile(const QString &path, const char *why)
 {
-    kro::string_t name;
-    if (kro::Failed(PbeGetFilePath(WidePath(path), &name)))
-        return QString();
-    return QString::fromUtf8(name.Data(), static_cast<qsizetype>(name.Length()));
+    constexpr std::uint32_t kSeverity = 300;
+    constexpr std::uint32_t kNamedSeverity = 5;
+    const QByteArray line = path.toUtf8() + ' ' + why + "; put a sound one in its place\r\n";
+    PbeLogMessage(kSeverity, kNamedSeverity, "PBE     ", line.constData());
 }
 
 } // namespace pba

@@ -85,7 +85,7 @@ kro::result_t Settings::ReadFromFileInternal(const QString &path)
 kro::result_t Settings::ReadStream(const QString &path)
 {
     QFile file;
-    if (!OpenPbaFile(file, path, QIODevice::ReadOnly)) {
+    if (kro::Failed(OpenPbaFile(file, path, QIODevice::ReadOnly))) {
         TraceError(kReadFromFile, __LINE__, kro::kAccessDenied)
             << "File \"" << path << "\" cannot be opened for reading.";
         return kro::kAccessDenied;

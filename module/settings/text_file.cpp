@@ -38,7 +38,7 @@ bool ReadTextFromFile(const QString &path, QString *text)
         return false;
     }
     QFile file;
-    if (!pba::OpenPbaFile(file, path, QIODevice::ReadOnly)) {
+    if (kro::Failed(pba::OpenPbaFile(file, path, QIODevice::ReadOnly))) {
         pba::TraceError(kRead, __LINE__, kro::kAccessDenied)
             << "File \"" << path << "\" cannot be opened for reading.";
         return false;
@@ -51,7 +51,7 @@ bool WriteTextToFile(const QString &path, const QString &text)
 {
     pba::TraceCall(kWrite, path);
     QFile file;
-    if (!pba::OpenPbaFile(file, path, QIODevice::WriteOnly)) {
+    if (kro::Failed(pba::OpenPbaFile(file, path, QIODevice::WriteOnly))) {
         pba::TraceError(kWrite, __LINE__, kro::kAccessDenied)
             << "File \"" << path << "\" cannot be opened for writing.";
         return false;

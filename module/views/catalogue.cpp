@@ -1,22 +1,23 @@
 #include "module/views/catalogue.h"
 
-#include <QFile>
-#include <QTranslator>
-
 #include "module/settings/pba_file.h"
+#include "module/views/catalogue_check.h"
 
 namespace pba {
 
-bool LoadCatalogue(QTranslator &translator, const char16_t *path)
+bool Catalogue::Load(const char16_t *path)
 {
     const QString name = QString::fromUtf16(path);
-    // The toolkit would wait for ever on a fifo of that name.
     QFile file;
-    if (!OpenPbaFile(file, name, QIODevice::ReadOnly))
+    if (kro::Failed(OpenPbaFile(file, name, QIODevice::ReadOnly)))
         return false;
-    file.close();
-    // Empty strings, not null ones: those would add a suffix and cut the name at "_".
-    return translator.load(PbaFileName(name), u""_qs, u""_qs, u""_qs);
+    const QByteArray content = file.readAll();
+    m_bytes = CheckedCatalogue(reinterpret_cast<const std::uint8_t *>(content.constData()),
+                               static_cast<std::size_t>(content.size()));
+    if (m_translator.load(m_bytes.data(), static_cast<int>(m_bytes.size())))
+        return true;
+    ReportRefusedFile(name, "is damaged");
+    return false;
 }
 
 } // namespace pba

@@ -1,13 +1,26 @@
-// Loading of translation catalogues.
+// Translation catalogues.
 #pragma once
 
-class QString;
-class QTranslator;
+#include <cstdint>
+#include <vector>
+
+#include <QTranslator>
 
 namespace pba {
 
-// Loads exactly the named file, nothing that is called alike. False when it is missing, not a regular file or
-// not a catalogue.
-bool LoadCatalogue(QTranslator &translator, const char16_t *path);
+// A catalogue that was read whole and checked before the toolkit sees it. The toolkit reads it where it lies
+// in memory, so that nobody can change it once it is checked.
+class Catalogue
+{
+public:
+    // False when it is missing or cannot be opened, and, which the log tells, when it is damaged.
+    bool Load(const char16_t *path);
+
+    QTranslator &Translator() { return m_translator; }
+
+private:
+    std::vector<std::uint8_t> m_bytes; // outlives the translator, which reads it
+    QTranslator m_translator;
+};
 
 } // namespace pba

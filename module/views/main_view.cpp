@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
-#include <QTranslator>
 
 #include "module/settings/paths.h"
 #include "module/trace/trace.h"
@@ -61,13 +60,16 @@ kro::result_t QtMainView::RunController()
     char name[] = "app_name";
     char *arguments[] = {name, nullptr};
     QApplication application(argumentCount, arguments);
+    // The toolkit goes on without a display to the first use of one.
+    if (!QGuiApplication::primaryScreen())
+        return kro::kUnspecifiedError;
     // The plugin of the window system is loaded and no other is needed: without this every image would have
     // all plugins for image formats looked for and loaded.
     QCoreApplication::setLibraryPaths({});
 
-    QTranslator translator;
-    if (LoadCatalogue(translator, kViewCataloguePath))
-        QCoreApplication::installTranslator(&translator);
+    Catalogue catalogue;
+    if (catalogue.Load(kViewCataloguePath))
+        QCoreApplication::installTranslator(&catalogue.Translator());
     QIcon icon;
     icon.addFile(u":/pba2/quillmark.png"_qs);
     QApplication::setWindowIcon(icon);

@@ -178,7 +178,7 @@ bool QtViewImpl::ReadAutologonFile(QString *userName, QString *password) const
     }
     TraceAutologon("file ", " exists. Try to open it.");
     QFile file;
-    if (!OpenPbaFile(file, path, QIODevice::ReadOnly | QIODevice::Text)) {
+    if (kro::Failed(OpenPbaFile(file, path, QIODevice::ReadOnly | QIODevice::Text))) {
         TraceAutologon("cannot perform autologon: file ", " cannot be opened for reading.");
         return false;
     }

@@ -1,7 +1,6 @@
 #include "module/views/translator.h"
 
 #include "module/settings/paths.h"
-#include "module/views/catalogue.h"
 #include "module/views/host_string.h"
 
 namespace pba {
@@ -28,19 +27,20 @@ kro::wstring_t TranslationOrSource(const QString &translation, const char *sourc
 
 bool Translator::Load()
 {
-    return LoadCatalogue(m_translator, kHostCataloguePath);
+    return m_catalogue.Load(kHostCataloguePath);
 }
 
 kro::wstring_t Translator::Translate(const char *context, const char *sourceText, const char *disambiguation,
                                      std::int32_t count)
 {
-    return TranslationOrSource(m_translator.translate(context, sourceText, disambiguation, count),
+    return TranslationOrSource(m_catalogue.Translator().translate(context, sourceText, disambiguation, count),
                                sourceText);
 }
 
 kro::wstring_t Translator::Translate(const char *context, const char *sourceText, const char *disambiguation)
 {
-    return TranslationOrSource(m_translator.translate(context, sourceText, disambiguation), sourceText);
+    return TranslationOrSource(m_catalogue.Translator().translate(context, sourceText, disambiguation),
+                               sourceText);
 }
 
 } // namespace pba

@@ -1,9 +1,8 @@
 // The translator that the host is offered for its own texts.
 #pragma once
 
-#include <QTranslator>
-
 #include "pba/translator.h"
+#include "module/views/catalogue.h"
 
 namespace pba {
 
@@ -19,7 +18,7 @@ public:
                              const char *disambiguation) override;
 
 private:
-    QTranslator m_translator;
+    Catalogue m_catalogue;
 };
 
 } // namespace pba

@@ -15,15 +15,6 @@ namespace {
 
 constexpr Qt::KeyboardModifiers kCommand = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
 
-// The toolkit's own input method would take the dead keys of the window system's layout before they are seen
-// here. It is chosen when the application object is made.
-void TurnOffInputMethod()
-{
-    qputenv("QT_IM_MODULE", "none");
-}
-
-Q_CONSTRUCTOR_FUNCTION(TurnOffInputMethod)
-
 bool IsLatinLetter(Qt::Key key)
 {
     return key >= Qt::Key_A && key <= Qt::Key_Z;

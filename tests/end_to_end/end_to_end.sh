@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# end_to_end.sh BIN: a person logs on at the keyboard, and chooses a new password.
+# end_to_end.sh BIN EXEC_COUNTER: a person logs on at the keyboard, and chooses a new password.
 bin=$1
 . "$(dirname "$0")/steps.sh"
 password='Xq7-Zv2 Kw9=Jh4b'
@@ -10,7 +10,8 @@ keep_secret "$wrong" "$new"
 prepare "$password"
 : >"$work/root/pba/last_usr.txt"
 
-# The first login: the domain has the focus, and a wrong password comes before the right one.
+# The first login: the domain has the focus, and a wrong password comes before the right one. No program is started.
+run_by=(env -u DBUS_SESSION_BUS_ADDRESS "LD_PRELOAD=$2" "EXEC_COUNTER_REPORT=$work/programs")
 start_screen
 log_on OFFICE boris "$wrong"
 close_message
@@ -19,6 +20,8 @@ wait_for "the end of the first attempt" logged $'pba::QtViewImpl::OnLogin\tEND: 
 # What was typed is selected: the right password takes its place.
 enter "$password"
 expect_end 0
+run_by=()
+[ "$(cat "$work/programs")" = watched ] || fail "Programs were started: $(cat "$work/programs")"
 head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version: [0-9.]+\}' \
     || fail "The log does not begin with the version record."
 [ "$(grep -cE $'pba::QtViewImpl::OnLogin\t(BEGIN|END: 0x00000000)' "$log")" -eq 4 ] \

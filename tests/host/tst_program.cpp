@@ -106,6 +106,15 @@ private slots:
                                     {"--module", LIBRARY, "lacks the exports"}};
         for (const QStringList &row : rows)
             CompareFailure(Run(PBA_HOST, Usual() + row.first(2)), 2, row.last().toUtf8());
+        const QStringList displays[] = {
+            {"", "DISPLAY=", "DISPLAY is not set"},
+            {"xcb", "DISPLAY=:no", ":no does not answer"},
+            {"linuxfb:fb=/dev/null", "DISPLAY=", "/dev/null: there is no framebuffer"},
+            {"nothing", "DISPLAY=", "knows no display \"nothing\""}};
+        for (const QStringList &row : displays) {
+            QStringList arguments{"QT_QPA_PLATFORM=" + row[0], row[1], PBA_HOST};
+            CompareFailure(Run("env", arguments + Usual()), 1, row[2].toUtf8());
+        }
     }
 
 private:

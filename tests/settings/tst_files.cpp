@@ -51,7 +51,7 @@ private slots:
     {
         const struct
         {
-            const char *content;
+            QByteArray content;
             int testMode; // -1: not given
             const char *error;
         } rows[] = {
@@ -59,7 +59,8 @@ private slots:
             {"#\n\ntest-mode=1", 1, nullptr},
             {" test-mode = OFF # now\r\n", 0, nullptr},
             {"other=1\n", -1, "unrecognised option 'other'"},
-            {"test-mode=1\ntest-mode=1\n", -1, "option 'test-mode' cannot be specified more than once"}};
+            {"test-mode=1\ntest-mode=1\n", -1, "option 'test-mode' cannot be specified more than once"},
+            {QByteArray(4 * 1024 * 1024 + 1, '\n'), -1, "Error: the file is larger than 4 MiB"}};
         for (const auto &row : rows) {
             fake_pbe::Reset();
             fake_pbe::WriteFile(kArgumentsPath, row.content);

@@ -4,6 +4,7 @@
 
 #include "module/settings/paths.h"
 #include "module/settings/text_file.h"
+#include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
 #include "tests/views/session.h"
 
@@ -157,13 +158,24 @@ private slots:
     void Catalogues()
     {
         Session session;
-        const QString host = fake_pbe::FileName(pba::kHostCataloguePath);
-        QVERIFY(!CreateTranslator());
-        for (const char *bytes : {"", "no catalogue at all"}) {
-            fake_pbe::WriteFile(pba::kHostCataloguePath, bytes);
-            QVERIFY2(!CreateTranslator(), bytes);
+        QVERIFY(!CreateTranslator() && !fake_pbe::LogText().contains("PBE"));
+        const QByteArray sound = ReadFile(QStringLiteral(CATALOGUE));
+        for (qsizetype i = -1; i < sound.size(); ++i) {
+            QByteArray spoilt = i < 0 ? QByteArray() : sound;
+            if (i >= 0)
+                spoilt[i] = char(~spoilt[i]);
+            fake_pbe::WriteFile(pba::kHostCataloguePath, spoilt);
+            fake_pbe::Now().messages.clear();
+            pba::ITranslator *translator = CreateTranslator();
+            QCOMPARE(fake_pbe::LogText().contains("\\pba\\l10n_pba is damaged"), !translator);
+            if (translator)
+                translator->Translate("pba_host", "Starting Windows", nullptr);
+            DeleteTranslator(translator);
+            QVERIFY(!translator || i >= 16); // the magic number
         }
-        QVERIFY(QFile::remove(host) && QFile::copy(QStringLiteral(CATALOGUE), host));
+        fake_pbe::WriteFile(pba::kViewCataloguePath, sound.chopped(1));
+        session.Play([] { QCOMPARE(Session::Label("label_23")->text(), u"Starting Windows"_qs); });
+        fake_pbe::WriteFile(pba::kHostCataloguePath, sound);
         pba::ITranslator *translator = CreateTranslator();
         QVERIFY(translator);
         const std::pair<const char *, std::u16string_view> texts[] = {{"Starting Windows", u"Start \u00FC"},
@@ -175,7 +187,7 @@ private slots:
         QVERIFY(translator->Translate("pba_host", "%n tries", nullptr, 3).View() == u"%n Versuche");
         DeleteTranslator(translator);
 
-        QVERIFY(QFile::copy(host, fake_pbe::FileName(pba::kViewCataloguePath)));
+        fake_pbe::WriteFile(pba::kViewCataloguePath, sound);
         session.Play([] { QCOMPARE(Session::Label("label_23")->text(), u"Start \u00FC"); });
     }
 

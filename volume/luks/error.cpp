@@ -15,7 +15,7 @@ const char *Describe(Error error)
     case Error::NotFound:
         return "there is no such file or device; check the path";
     case Error::NoAccess:
-        return "access denied; use an account that may read it";
+        return "access denied; run as root, or as an account that may use it";
     case Error::NotLuks2:
         return "not a LUKS2 volume; create or convert one first";
     case Error::HeaderUnreadable:

@@ -43,6 +43,12 @@ bool LooksLikeLuks2(int file)
     return false;
 }
 
+// libcryptsetup locks devices by files of its own, and where it may not it takes the header for damaged.
+bool MayLockDevices()
+{
+    return access("/run/cryptsetup", W_OK | X_OK) == 0 || (errno == ENOENT && access("/run", W_OK) == 0);
+}
+
 // Whether something is there that could be a volume; libcryptsetup answers all of it with one code. Opening
 // does not wait for the other end of a fifo.
 Error Probe(const std::string &path, bool *looksLikeLuks2)
@@ -59,6 +65,8 @@ Error Probe(const std::string &path, bool *looksLikeLuks2)
     char byte = 0;
     const bool unreadable = usable && !*looksLikeLuks2 && pread(file, &byte, 1, 0) < 0;
     close(file);
+    if (usable && S_ISBLK(status.st_mode) && !MayLockDevices())
+        return Error::NoAccess;
     return unreadable ? Error::HeaderUnreadable : usable ? Error::None : Error::NotLuks2;
 }
 
