@@ -1,4 +1,4 @@
-#include "appended_line.h"
+#include "admin/appended_line.h"
 
 #include <cerrno>
 #include <cstring>
@@ -7,8 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "failure.h"
-#include "volume/durable_name.h"
+#include "admin/failure.h"
+#include "base/durable_name.h"
 
 namespace admin {
 namespace {

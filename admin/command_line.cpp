@@ -1,4 +1,4 @@
-#include "command_line.h"
+#include "admin/command_line.h"
 
 namespace admin {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "volume/user.h"
+#include "volume/luks/user.h"
 
 namespace admin {
 

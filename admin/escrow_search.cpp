@@ -1,4 +1,4 @@
-#include "escrow_search.h"
+#include "admin/escrow_search.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,9 +15,9 @@
 #include <unistd.h>
 #include <utility>
 
-#include "failure.h"
-#include "scratch_file.h"
-#include "volume/name_comparison.h"
+#include "admin/failure.h"
+#include "admin/scratch_file.h"
+#include "volume/luks/name_comparison.h"
 
 namespace admin {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "recovery/escrow_record.h"
+#include "volume/recovery/escrow_record.h"
 
 namespace admin {
 

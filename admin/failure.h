@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "volume/error.h"
+#include "volume/luks/error.h"
 
 namespace admin {
 

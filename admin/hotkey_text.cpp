@@ -1,4 +1,4 @@
-#include "hotkey_text.h"
+#include "admin/hotkey_text.h"
 
 #include <charconv>
 #include <cstdio>

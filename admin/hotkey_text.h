@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/settings_record.h"
+#include "settings_format/settings_record.h"
 
 namespace admin {
 

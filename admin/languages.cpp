@@ -1,4 +1,4 @@
-#include "languages.h"
+#include "admin/languages.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "line_input.h"
+#include "admin/line_input.h"
 
 #include <cerrno>
 #include <cstring>
@@ -9,8 +9,8 @@
 
 #include <libcryptsetup.h>
 
-#include "failure.h"
-#include "signals.h"
+#include "admin/failure.h"
+#include "admin/signals.h"
 
 namespace admin {
 namespace {

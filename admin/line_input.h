@@ -1,7 +1,7 @@
 // Lines that hold secrets, read without a copy left behind in a buffer.
 #pragma once
 
-#include "volume/secret.h"
+#include "base/secret.h"
 
 namespace admin {
 

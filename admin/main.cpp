@@ -3,14 +3,14 @@
 #include <iostream>
 #include <new>
 
-#include "command_line.h"
-#include "commands.h"
-#include "failure.h"
-#include "recovery.h"
-#include "settings.h"
-#include "token.h"
-#include "volume/process_protection.h"
-#include "volume/text.h"
+#include "admin/command_line.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "admin/recovery.h"
+#include "admin/settings.h"
+#include "admin/token.h"
+#include "base/process_protection.h"
+#include "base/text.h"
 
 namespace {
 

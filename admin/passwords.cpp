@@ -1,11 +1,11 @@
-#include "passwords.h"
+#include "admin/passwords.h"
 
 #include <algorithm>
 #include <unistd.h>
 
-#include "failure.h"
-#include "line_input.h"
-#include "volume/text.h"
+#include "admin/failure.h"
+#include "admin/line_input.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

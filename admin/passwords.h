@@ -1,7 +1,7 @@
 // Where a command takes its passwords from: the terminal, or lines of standard input.
 #pragma once
 
-#include "volume/secret.h"
+#include "base/secret.h"
 
 namespace admin {
 

@@ -4,11 +4,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include "command_line.h"
-#include "commands.h"
-#include "failure.h"
-#include "table.h"
-#include "volume_session.h"
+#include "admin/command_line.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "admin/table.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

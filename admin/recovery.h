@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "volume/user.h"
+#include "volume/luks/user.h"
 
 namespace admin {
 

@@ -1,4 +1,4 @@
-#include "recovery_keys.h"
+#include "admin/recovery_keys.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -8,13 +8,13 @@
 #include <unistd.h>
 #include <vector>
 
-#include "failure.h"
-#include "passwords.h"
-#include "recovery.h"
-#include "recovery/enrolment.h"
-#include "scratch_file.h"
-#include "signals.h"
-#include "whole_file.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/recovery.h"
+#include "volume/recovery/enrolment.h"
+#include "admin/scratch_file.h"
+#include "admin/signals.h"
+#include "admin/whole_file.h"
 
 namespace admin {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "recovery/administrator_key.h"
+#include "volume/recovery/administrator_key.h"
 
 namespace admin {
 

@@ -1,8 +1,8 @@
 // The command line of pba_admin recovery.
-#include "command_line.h"
-#include "recovery.h"
-#include "recovery/escrow_record.h"
-#include "volume/text.h"
+#include "admin/command_line.h"
+#include "admin/recovery.h"
+#include "volume/recovery/escrow_record.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -3,15 +3,15 @@
 #include <iostream>
 #include <unistd.h>
 
-#include "escrow_search.h"
-#include "failure.h"
-#include "line_input.h"
-#include "recovery.h"
-#include "recovery/challenge.h"
-#include "recovery/response.h"
-#include "recovery_keys.h"
-#include "response_log.h"
-#include "volume/text.h"
+#include "admin/escrow_search.h"
+#include "admin/failure.h"
+#include "admin/line_input.h"
+#include "admin/recovery.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/response.h"
+#include "admin/recovery_keys.h"
+#include "admin/response_log.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -4,15 +4,15 @@
 
 #include <nlohmann/json.hpp>
 
-#include "appended_line.h"
-#include "failure.h"
-#include "passwords.h"
-#include "recovery.h"
-#include "recovery/escrow_record.h"
-#include "recovery/volume_recovery.h"
-#include "recovery_keys.h"
-#include "signals.h"
-#include "volume_session.h"
+#include "admin/appended_line.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/recovery.h"
+#include "volume/recovery/escrow_record.h"
+#include "volume/recovery/volume_recovery.h"
+#include "admin/recovery_keys.h"
+#include "admin/signals.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,11 +1,11 @@
-#include "response_log.h"
+#include "admin/response_log.h"
 
 #include <ctime>
 #include <fstream>
 
 #include <nlohmann/json.hpp>
 
-#include "appended_line.h"
+#include "admin/appended_line.h"
 
 namespace admin {
 namespace {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "recovery/challenge.h"
-#include "recovery/escrow_record.h"
-#include "volume/user.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/escrow_record.h"
+#include "volume/luks/user.h"
 
 namespace admin {
 

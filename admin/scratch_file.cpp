@@ -1,4 +1,4 @@
-#include "scratch_file.h"
+#include "admin/scratch_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -7,9 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "failure.h"
-#include "signals.h"
-#include "volume/durable_name.h"
+#include "admin/failure.h"
+#include "admin/signals.h"
+#include "base/durable_name.h"
 
 namespace admin {
 namespace {

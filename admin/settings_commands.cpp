@@ -1,13 +1,13 @@
-#include "settings.h"
+#include "admin/settings.h"
 
 #include <filesystem>
 #include <sys/stat.h>
 
-#include "failure.h"
-#include "scratch_file.h"
-#include "settings_encoder.h"
-#include "settings_json.h"
-#include "whole_file.h"
+#include "admin/failure.h"
+#include "admin/scratch_file.h"
+#include "settings_format/settings_encoder.h"
+#include "admin/settings_json.h"
+#include "admin/whole_file.h"
 
 namespace admin {
 namespace {

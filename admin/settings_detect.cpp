@@ -1,5 +1,5 @@
 // Settings made of how a system is set up.
-#include "settings.h"
+#include "admin/settings.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -7,13 +7,13 @@
 #include <iterator>
 #include <string_view>
 
-#include "failure.h"
-#include "languages.h"
-#include "layouts/layout_table.h"
-#include "scratch_file.h"
-#include "settings_json.h"
-#include "system_keyboard.h"
-#include "volume/text.h"
+#include "admin/failure.h"
+#include "admin/languages.h"
+#include "platform/layouts/layout_table.h"
+#include "admin/scratch_file.h"
+#include "admin/settings_json.h"
+#include "admin/system_keyboard.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -1,11 +1,11 @@
-#include "settings_file.h"
+#include "admin/settings_file.h"
 
 #include <algorithm>
 
-#include "settings/settings_decoder.h"
-#include "settings_findings.h"
-#include "settings_json.h"
-#include "whole_file.h"
+#include "settings_format/settings_decoder.h"
+#include "admin/settings_findings.h"
+#include "admin/settings_json.h"
+#include "admin/whole_file.h"
 
 namespace admin {
 namespace {

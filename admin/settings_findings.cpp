@@ -1,11 +1,11 @@
-#include "settings_findings.h"
+#include "admin/settings_findings.h"
 
 #include <algorithm>
 #include <cstdio>
 
-#include "hotkey_text.h"
-#include "layouts/layout_table.h"
-#include "settings/hotkey_predicates.h"
+#include "admin/hotkey_text.h"
+#include "platform/layouts/layout_table.h"
+#include "settings_format/hotkey_predicates.h"
 
 namespace admin {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "settings_file.h"
+#include "admin/settings_file.h"
 
 namespace admin {
 

@@ -1,4 +1,4 @@
-#include "settings_json.h"
+#include "admin/settings_json.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,9 +7,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "hotkey_text.h"
-#include "settings/hotkey_predicates.h"
-#include "volume/text.h"
+#include "admin/hotkey_text.h"
+#include "settings_format/hotkey_predicates.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/settings_record.h"
+#include "settings_format/settings_record.h"
 
 namespace admin {
 

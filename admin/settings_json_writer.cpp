@@ -1,11 +1,11 @@
-#include "settings_json.h"
+#include "admin/settings_json.h"
 
 #include <cstdio>
 
 #include <nlohmann/json.hpp>
 
-#include "hotkey_text.h"
-#include "volume/text.h"
+#include "admin/hotkey_text.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -1,6 +1,6 @@
 // The command line of pba_admin settings.
-#include "command_line.h"
-#include "settings.h"
+#include "admin/command_line.h"
+#include "admin/settings.h"
 
 namespace admin {
 namespace {

@@ -1,17 +1,17 @@
 // Settings for a person to read: what is in them and what is wrong with them.
-#include "settings.h"
+#include "admin/settings.h"
 
 #include <cstdio>
 #include <iostream>
 
 #include <nlohmann/json.hpp>
 
-#include "failure.h"
-#include "hotkey_text.h"
-#include "layouts/layout_table.h"
-#include "settings_file.h"
-#include "settings_json.h"
-#include "volume/text.h"
+#include "admin/failure.h"
+#include "admin/hotkey_text.h"
+#include "platform/layouts/layout_table.h"
+#include "admin/settings_file.h"
+#include "admin/settings_json.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

@@ -1,11 +1,11 @@
-#include "size.h"
+#include "admin/size.h"
 
 #include <charconv>
 #include <limits>
 #include <optional>
 #include <string_view>
 
-#include "failure.h"
+#include "admin/failure.h"
 
 namespace admin {
 namespace {

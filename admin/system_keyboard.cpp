@@ -1,4 +1,4 @@
-#include "system_keyboard.h"
+#include "admin/system_keyboard.h"
 
 #include <array>
 #include <fstream>

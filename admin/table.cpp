@@ -1,9 +1,9 @@
-#include "table.h"
+#include "admin/table.h"
 
 #include <algorithm>
 #include <iostream>
 
-#include "volume/text.h"
+#include "base/text.h"
 
 namespace admin {
 namespace {

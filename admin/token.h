@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "volume/user.h"
+#include "volume/luks/user.h"
 
 namespace admin {
 

@@ -1,19 +1,19 @@
-#include "token.h"
+#include "admin/token.h"
 
 #include <algorithm>
 #include <iostream>
 
 #include <nlohmann/json.hpp>
 
-#include "failure.h"
-#include "passwords.h"
-#include "signals.h"
-#include "table.h"
-#include "token/modules.h"
-#include "token/uri.h"
-#include "token/volume_tokens.h"
-#include "volume/text.h"
-#include "volume_session.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/signals.h"
+#include "admin/table.h"
+#include "volume/token/modules.h"
+#include "volume/token/uri.h"
+#include "volume/token/volume_tokens.h"
+#include "base/text.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,7 +1,7 @@
 // The command line of pba_admin token.
-#include "command_line.h"
-#include "token.h"
-#include "volume/user.h"
+#include "admin/command_line.h"
+#include "admin/token.h"
+#include "volume/luks/user.h"
 
 namespace admin {
 namespace {

@@ -1,14 +1,14 @@
 // The commands that change users: user add, remove and passwd.
-#include "commands.h"
+#include "admin/commands.h"
 
 #include <iostream>
 
-#include "failure.h"
-#include "passwords.h"
-#include "recovery/volume_recovery.h"
-#include "signals.h"
-#include "token/volume_tokens.h"
-#include "volume_session.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "volume/recovery/volume_recovery.h"
+#include "admin/signals.h"
+#include "volume/token/volume_tokens.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,6 +1,6 @@
 // The command lines of pba_admin volume and pba_admin user.
-#include "command_line.h"
-#include "commands.h"
+#include "admin/command_line.h"
+#include "admin/commands.h"
 
 namespace admin {
 namespace {

@@ -1,15 +1,15 @@
-#include "commands.h"
+#include "admin/commands.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "failure.h"
-#include "passwords.h"
-#include "scratch_file.h"
-#include "size.h"
-#include "volume_session.h"
+#include "admin/failure.h"
+#include "admin/passwords.h"
+#include "admin/scratch_file.h"
+#include "admin/size.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,5 +1,5 @@
 // What a volume holds, for people and for programs: volume info and user list.
-#include "commands.h"
+#include "admin/commands.h"
 
 #include <algorithm>
 #include <ctime>
@@ -7,9 +7,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "table.h"
-#include "volume/text.h"
-#include "volume_session.h"
+#include "admin/table.h"
+#include "base/text.h"
+#include "admin/volume_session.h"
 
 namespace admin {
 namespace {

@@ -1,10 +1,10 @@
-#include "volume_session.h"
+#include "admin/volume_session.h"
 
-#include "commands.h"
-#include "failure.h"
-#include "recovery/volume_recovery.h"
-#include "signals.h"
-#include "token/volume_tokens.h"
+#include "admin/commands.h"
+#include "admin/failure.h"
+#include "volume/recovery/volume_recovery.h"
+#include "admin/signals.h"
+#include "volume/token/volume_tokens.h"
 
 namespace admin {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "volume/volume.h"
+#include "volume/luks/volume.h"
 
 namespace admin {
 

@@ -1,8 +1,8 @@
-#include "whole_file.h"
+#include "admin/whole_file.h"
 
 #include <fstream>
 
-#include "failure.h"
+#include "admin/failure.h"
 
 namespace admin {
 namespace {

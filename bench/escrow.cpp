@@ -4,8 +4,8 @@
 #include <fstream>
 #include <unistd.h>
 
-#include "escrow_search.h"
-#include "table_reporter.h"
+#include "admin/escrow_search.h"
+#include "bench/table_reporter.h"
 
 namespace {
 

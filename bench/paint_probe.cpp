@@ -12,7 +12,7 @@
 #include <QEvent>
 #include <QWidget>
 
-#include "paint_report.h"
+#include "bench/paint_report.h"
 
 namespace {
 

@@ -8,11 +8,11 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "allocation_counter.h"
-#include "recording_host.h"
-#include "settings/settings.h"
-#include "table_reporter.h"
-#include "trace/trace.h"
+#include "tests/support/allocation_counter.h"
+#include "tests/support/recording_host.h"
+#include "module/settings/settings.h"
+#include "bench/table_reporter.h"
+#include "module/trace/trace.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <time.h>
 #include <unistd.h>
 
-#include "paint_report.h"
+#include "bench/paint_report.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 // a public key, and what a person types. An accepted object stays the same when it is written again.
 #include <cstdlib>
 
-#include "recovery/administrator_key.h"
-#include "recovery/code_string.h"
-#include "recovery/enrolment.h"
-#include "recovery/escrow_record.h"
+#include "volume/recovery/administrator_key.h"
+#include "base/code_string.h"
+#include "volume/recovery/enrolment.h"
+#include "volume/recovery/escrow_record.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

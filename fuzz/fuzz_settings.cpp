@@ -2,8 +2,8 @@
 // the encoder writes.
 #include <cstdlib>
 
-#include "settings/settings_decoder.h"
-#include "settings_encoder.h"
+#include "settings_format/settings_decoder.h"
+#include "settings_format/settings_encoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

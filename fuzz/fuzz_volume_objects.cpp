@@ -2,7 +2,7 @@
 // when it is written again.
 #include <cstdlib>
 
-#include "volume/user.h"
+#include "volume/luks/user.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

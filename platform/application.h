@@ -2,12 +2,12 @@
 // the connection to the window system still stands, so that every run in a process begins anew.
 #pragma once
 
-#include "busy.h"
-#include "hot_plug.h"
-#include "keyboard.h"
-#include "pointer.h"
-#include "repaint_gate.h"
-#include "stop.h"
+#include "platform/screen/busy.h"
+#include "platform/devices/hot_plug.h"
+#include "platform/input/keyboard.h"
+#include "platform/screen/pointer.h"
+#include "platform/screen/repaint_gate.h"
+#include "platform/stop.h"
 
 namespace pbe {
 

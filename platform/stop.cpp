@@ -1,4 +1,4 @@
-#include "stop.h"
+#include "platform/stop.h"
 
 #include <cerrno>
 #include <cstdint>

@@ -6,5 +6,5 @@ cd "$(dirname "$0")/.."
 . scripts/common.sh
 
 [ -e build/asan/compile_commands.json ] || fail "There is no build to go by; run ./test asan first."
-[ $# -gt 0 ] || mapfile -t files < <(git ls-files '*.cpp' | grep -E '^(admin|bench|fuzz|host|platform|src)/')
+[ $# -gt 0 ] || mapfile -t files < <(git ls-files '*.cpp' | grep -E '^(admin|base|bench|fuzz|host|module|platform|settings_format|volume)/')
 printf '%s\0' "${@:-${files[@]}}" | xargs -0 -P "$(nproc)" -n 4 clang-tidy -p build/asan --quiet

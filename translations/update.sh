@@ -7,6 +7,6 @@ source=$(cd "$(dirname "$0")/.." && pwd)
 dir=$(cd "$2" && pwd)
 
 cd "$source"
-update() { "$lupdate" -silent -locations none -no-obsolete -source-language en_US "$@"; }
-update src translations/toolkit_texts.h -ts "$dir"/l10n_v_*.ts
+update() { "$lupdate" -silent -locations none -no-obsolete -source-language en_US -I . "$@"; }
+update module translations/toolkit_texts.h -ts "$dir"/l10n_v_*.ts
 update host -ts "$dir"/l10n_pba_*.ts

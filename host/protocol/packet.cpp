@@ -1,6 +1,6 @@
 #include "host/protocol/packet.h"
 
-#include "host/volume/text.h"
+#include "base/text.h"
 
 namespace protocol {
 namespace {

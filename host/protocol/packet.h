@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/volume/secret.h"
+#include "base/secret.h"
 
 namespace protocol {
 

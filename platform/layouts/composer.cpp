@@ -1,10 +1,10 @@
-#include "layouts/composer.h"
+#include "platform/layouts/composer.h"
 
 #include <utility>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "layouts/keymap.h"
+#include "platform/layouts/keymap.h"
 
 namespace layouts {
 

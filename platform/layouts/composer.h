@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "layouts/layout_table.h"
-#include "layouts/xkb_objects.h"
+#include "platform/layouts/layout_table.h"
+#include "platform/layouts/xkb_objects.h"
 
 namespace layouts {
 

@@ -1,4 +1,4 @@
-#include "layouts/keymap.h"
+#include "platform/layouts/keymap.h"
 
 #include <map>
 #include <memory>

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "layouts/layout_table.h"
-#include "layouts/xkb_objects.h"
+#include "platform/layouts/layout_table.h"
+#include "platform/layouts/xkb_objects.h"
 
 namespace layouts {
 

@@ -2,7 +2,7 @@
 // alone has its 9 and 0 behind AltGr): what types something else than the keys say locks people out.
 // Therefore some are missing whose language the X keyboard extension has: the Indic ones with Latin digits,
 // the older Persian one, the Greek ones of 220 and 319 keys.
-#include "layouts/layout_table.h"
+#include "platform/layouts/layout_table.h"
 
 #include <algorithm>
 

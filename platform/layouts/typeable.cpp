@@ -1,4 +1,4 @@
-#include "layouts/typeable.h"
+#include "platform/layouts/typeable.h"
 
 #include <algorithm>
 #include <map>
@@ -8,7 +8,7 @@
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "layouts/composer.h"
+#include "platform/layouts/composer.h"
 
 namespace layouts {
 

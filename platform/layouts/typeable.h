@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "layouts/keymap.h"
+#include "platform/layouts/keymap.h"
 
 namespace layouts {
 

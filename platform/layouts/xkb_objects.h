@@ -6,7 +6,7 @@
 #include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon.h>
 
-#include "layouts/unreference.h"
+#include "platform/layouts/unreference.h"
 
 namespace layouts {
 

@@ -1,8 +1,8 @@
 // What a loss of power, or a second program, in the middle of a change leaves of a volume.
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_main.h"
-#include "token/volume_tokens.h"
+#include "tests/support/run_program.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_main.h"
+#include "volume/token/volume_tokens.h"
 
 using volume::Error;
 

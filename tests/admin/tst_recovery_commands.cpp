@@ -1,12 +1,12 @@
 // Offline recovery as an administrator sets it up and answers calls; the test is the computer.
-#include "recovery/administrator_key.h"
-#include "recovery/challenge.h"
-#include "recovery/response.h"
-#include "recovery/volume_recovery.h"
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "volume/recovery/administrator_key.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/response.h"
+#include "volume/recovery/volume_recovery.h"
+#include "tests/support/run_program.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 
 using volume::Error;
 

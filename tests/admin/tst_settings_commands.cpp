@@ -4,9 +4,9 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include "run_program.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "tests/support/run_program.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 
 // Each row of the findings spoils one thing in it.
 constexpr char kGood[] = R"({

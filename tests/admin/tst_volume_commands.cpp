@@ -8,9 +8,9 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-#include "run_program.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "tests/support/run_program.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 
 class VolumeCommandsTest : public QObject
 {

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "volume/volume.h"
+#include "volume/luks/volume.h"
 
 inline volume::Secret MakeSecret(std::string_view text)
 {

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string>
 
-#include "silent_view.h"
+#include "tests/host/silent_view.h"
 
 namespace {
 

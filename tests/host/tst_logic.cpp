@@ -1,12 +1,12 @@
 // The host's answers to the view, on a real volume and with a view that records.
 #include <QCryptographicHash>
 
-#include "business_logic.h"
-#include "fake_pbe.h"
-#include "scratch_volume.h"
-#include "settings_encoder.h"
-#include "silent_view.h"
-#include "test_main.h"
+#include "host/screen/business_logic.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/host/scratch_volume.h"
+#include "settings_format/settings_encoder.h"
+#include "tests/host/silent_view.h"
+#include "tests/support/test_main.h"
 
 namespace {
 

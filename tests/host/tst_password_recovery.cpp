@@ -1,11 +1,11 @@
 // A forgotten password, from the button to the new one: the host on a real volume, a view that records, and
 // the test in the administrator's place.
-#include "business_logic.h"
-#include "fake_pbe.h"
-#include "recovery/challenge.h"
-#include "scratch_volume.h"
-#include "silent_view.h"
-#include "test_main.h"
+#include "host/screen/business_logic.h"
+#include "tests/support/fake_pbe.h"
+#include "volume/recovery/challenge.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/host/silent_view.h"
+#include "tests/support/test_main.h"
 
 using volume::Error;
 

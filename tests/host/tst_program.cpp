@@ -1,12 +1,12 @@
 // pba_host as a program: its command line and its exit codes, with a scripted module in place of the view.
 #include <QDir>
 
-#include "login_throttle.h"
+#include "host/service/login_throttle.h"
 #include "pbe/files.h"
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "tests/support/run_program.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 
 class ProgramTest : public QObject
 {

@@ -3,12 +3,12 @@
 
 #include <nlohmann/json.hpp>
 
-#include "recovery/administrator_key.h"
-#include "recovery/challenge.h"
-#include "recovery/escrow_record.h"
-#include "recovery/response.h"
-#include "scratch_volume.h"
-#include "test_main.h"
+#include "volume/recovery/administrator_key.h"
+#include "volume/recovery/challenge.h"
+#include "volume/recovery/escrow_record.h"
+#include "volume/recovery/response.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_main.h"
 
 using namespace recovery;
 

@@ -1,13 +1,13 @@
 // Logins and headers on real LUKS2 files, and the texts, objects and mappings that belong to them.
 #include <libcryptsetup.h>
 
-#include "scratch_volume.h"
-#include "test_files.h"
-#include "test_main.h"
-#include "volume/mapper_options.h"
-#include "volume/mapping.h"
-#include "volume/text.h"
-#include "volume/user.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
+#include "volume/luks/mapper_options.h"
+#include "volume/luks/mapping.h"
+#include "base/text.h"
+#include "volume/luks/user.h"
 
 using volume::Error;
 

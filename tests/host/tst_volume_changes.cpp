@@ -1,6 +1,6 @@
 // Changes to users, passwords and policy on real LUKS2 files. What a loss of power leaves is in tests/admin.
-#include "scratch_volume.h"
-#include "test_main.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_main.h"
 
 using volume::Error;
 

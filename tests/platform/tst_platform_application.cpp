@@ -6,7 +6,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "../../platform/x11.h"
+#include "platform/screen/x11.h"
 #include "pbe/application.h"
 #include "pbe/events.h"
 #include "pbe/mouse_notifier.h"

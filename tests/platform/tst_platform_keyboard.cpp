@@ -8,7 +8,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "layouts/layout_table.h"
+#include "platform/layouts/layout_table.h"
 #include "pbe/keyboard.h"
 #include "pbe/screen.h"
 
@@ -78,7 +78,7 @@ private Q_SLOTS:
     // characters of a line.
     void LettersAndDigits()
     {
-        QFile file(QFINDTESTDATA("letters.txt"));
+        QFile file(QStringLiteral(LETTERS));
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString keys = u"qwertyuiopasdfghjklzxcvbnm1234567890"_qs;
         QSet<QString> seen;

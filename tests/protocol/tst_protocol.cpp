@@ -8,8 +8,8 @@
 #include "host/protocol/client.h"
 #include "host/protocol/server.h"
 #include "host/protocol/socket_channel.h"
-#include "memory_channel.h"
-#include "test_main.h"
+#include "tests/support/memory_channel.h"
+#include "tests/support/test_main.h"
 
 using namespace protocol;
 using namespace std::chrono_literals;

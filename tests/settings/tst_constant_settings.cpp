@@ -1,14 +1,14 @@
 // settings.bin: decoding, damaged and hostile files, checks, and the defaults that take its place.
 #include <sys/stat.h>
 
-#include "allocation_counter.h"
-#include "fake_pbe.h"
-#include "settings/hotkey_predicates.h"
-#include "settings/input_locale_checks.h"
-#include "settings/paths.h"
-#include "settings/pba_file.h"
-#include "settings/settings.h"
-#include "test_main.h"
+#include "tests/support/allocation_counter.h"
+#include "tests/support/fake_pbe.h"
+#include "settings_format/hotkey_predicates.h"
+#include "module/settings/input_locale_checks.h"
+#include "module/settings/paths.h"
+#include "module/settings/pba_file.h"
+#include "module/settings/settings.h"
+#include "tests/support/test_main.h"
 
 using namespace pba;
 

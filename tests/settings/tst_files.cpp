@@ -1,12 +1,12 @@
 // Text files and the arguments file.
 #include <boost/program_options/variables_map.hpp>
 
-#include "fake_pbe.h"
-#include "settings/arguments_file.h"
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "test_files.h"
-#include "test_main.h"
+#include "tests/support/fake_pbe.h"
+#include "module/settings/arguments_file.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
 
 using namespace pba;
 

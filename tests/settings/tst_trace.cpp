@@ -1,12 +1,12 @@
 // Log lines as the platform receives them, the blocks that they are built in, and the texts of result codes.
 #include <QCoreApplication>
 
-#include "allocation_counter.h"
-#include "fake_pbe.h"
-#include "test_main.h"
-#include "trace/module_tracer.h"
-#include "trace/result_text.h"
-#include "trace/trace.h"
+#include "tests/support/allocation_counter.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/support/test_main.h"
+#include "module/trace/module_tracer.h"
+#include "module/trace/result_text.h"
+#include "module/trace/trace.h"
 
 using namespace pba;
 

@@ -3,45 +3,48 @@
 set -euo pipefail
 cd "$1"
 
-# What a directory, or a single file in it, may include of the project's headers and of the toolkit (Q).
-# "./" stands for a header beside the file. Headers of the system and of other libraries are free.
+# What a directory, or a single file in it, may include of the project's headers, written from its root, and of
+# the toolkit (Q). Headers of the system and of other libraries are free.
 declare -A may=(
     [include/kro]='kro/'
     [include/pba]='(kro|pba)/'
     [include/pbe]='(kro|pbe)/'
-    [src/trace]='(trace|kro|pbe)/|Q'
-    [src/settings]='(settings|trace|kro|pbe)/|Q'
-    # Shared with the administrator's tool, which is free of the toolkit.
-    [src/settings/settings_record.h]='kro/'
-    [src/settings/settings_decoder.h]='(settings/settings_record.h|kro/)'
-    [src/settings/settings_decoder.cpp]='settings/settings_decoder.h'
-    [src/settings/hotkey_predicates.h]='(settings/settings_record.h|kro/)'
+    [base]='base/'
+    [settings_format]='settings_format/|kro/'
+    [module/trace]='module/trace/|(kro|pbe)/|Q'
+    [module/settings]='module/(settings|trace)/|settings_format/|(kro|pbe)/|Q'
     # The dialogs' forms and the style sheet lie below the widgets, the main window's form above them.
-    [src/forms]='forms/|Q'
-    [src/forms/pba_main_window.ui]='widgets/'
+    [module/forms]='module/forms/|Q'
+    [module/forms/pba_main_window.ui]='module/widgets/'
     # The response input asks the recovery's logic.
-    [src/widgets]='(widgets|settings|trace|kro|pbe)/|Q|forms/(style|ui_pba_message_box|ui_lock_ui_dialog).h|pba/password_recovery.h'
-    [src/views]='(views|widgets|settings|trace|kro|pba|pbe)/|Q|forms/(style|ui_pba_main_window).h'
-    [platform]='\./|(layouts|kro|pbe)/|Q'
+    [module/widgets]='module/(widgets|settings|trace)/|settings_format/|(kro|pbe)/|Q|module/forms/(style|ui_pba_message_box|ui_lock_ui_dialog).h|pba/password_recovery.h'
+    [module/views]='module/(views|widgets|settings|trace)/|settings_format/|(kro|pba|pbe)/|Q|module/forms/(style|ui_pba_main_window).h'
+    [platform]='platform/|(kro|pbe)/|Q'
+    [platform/input]='platform/|(kro|pbe)/|Q'
+    [platform/screen]='platform/|(kro|pbe)/|Q'
+    [platform/devices]='platform/|(kro|pbe)/|Q'
     # Shared with the administrator's tool, which is free of the toolkit.
-    [platform/layouts]='layouts/'
+    [platform/layouts]='platform/layouts/'
+    [volume/luks]='(base|volume/luks)/'
+    [volume/recovery]='(base|volume/(luks|recovery))/'
+    [volume/token]='(base|volume/(luks|token))/'
     # The host knows how the settings are written, and nothing else of the view.
-    [host]='\./|(recovery|token|volume|kro|pba|pbe)/|settings/settings_(record|decoder).h'
-    [host/volume]='\./'
-    [host/recovery]='\./|volume/'
-    [host/token]='\./|volume/'
-    [admin]='\./|(recovery|token|volume|layouts)/|kro/|settings/(settings_record|settings_decoder|hotkey_predicates).h'
+    [host]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host/protocol]='(base|host/protocol)/'
+    [host/screen]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host/service]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'
 )
-ours='^(\./|\.\./|kro/|pba/|pbe/|layouts/|trace/|settings/|widgets/|forms/|views/|volume/|recovery/|token/|[Qq][A-Za-z])'
+ours='^((admin|base|host|kro|module|pba|pbe|platform|settings_format|volume)/|[Qq][A-Za-z])'
 
 lines=$(grep -rE '^\s*#\s*include|<header>' --include='*.h' --include='*.cpp' --include='*.ui' \
-    include src platform host admin | sed -nE 's/^([^:]+):\s*(#\s*include\s*|<header>)(["<]?)([^">]+).*/\1 \3\4/p')
+    include base settings_format module platform volume host admin |
+    sed -nE 's/^([^:]+):\s*(#\s*include\s*|<header>)(["<]?)([^">]+).*/\1 \3\4/p')
 faults=0
 fault() { printf '%s\n' "$1"; faults=$((faults + 1)); }
 
 while read -r file header; do
     name=${header#[\"<]} directory=${file%/*}
-    [[ $name == */* || ! -e $directory/$name ]] || name=./$name
     [[ $header != '<'* || $name =~ $ours ]] || continue
     rule=${may[$file]-${may[$directory]-}}
     [[ -n $rule && $name =~ ^($rule) ]] || fault "$file may not include $name"

@@ -1,6 +1,6 @@
 // The main of test programs without a window.
 #include <QCoreApplication>
 
-#include "test_main.h"
+#include "tests/support/test_main.h"
 
 PBA_TEST_MAIN(QCoreApplication)

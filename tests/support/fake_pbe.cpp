@@ -1,4 +1,4 @@
-#include "fake_pbe.h"
+#include "tests/support/fake_pbe.h"
 
 #include <QDir>
 
@@ -9,7 +9,7 @@
 #include "pbe/log.h"
 #include "pbe/mouse_notifier.h"
 #include "pbe/screen.h"
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 using fake_pbe::Now;
 

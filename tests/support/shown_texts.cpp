@@ -1,4 +1,4 @@
-#include "shown_texts.h"
+#include "tests/support/shown_texts.h"
 
 #include <QAbstractButton>
 #include <QLabel>

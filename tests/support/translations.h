@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <QXmlStreamReader>
 
-#include "test_files.h"
+#include "tests/support/test_files.h"
 
 struct TranslatedText
 {

@@ -4,11 +4,11 @@
 #include <QRawFont>
 #include <QTranslator>
 
-#include "shown_texts.h"
-#include "test_files.h"
-#include "test_main.h"
-#include "translations.h"
-#include "widgets/pba_message_box.h"
+#include "tests/support/shown_texts.h"
+#include "tests/support/test_files.h"
+#include "tests/support/test_main.h"
+#include "tests/support/translations.h"
+#include "module/widgets/pba_message_box.h"
 
 PBA_TEST_MAIN(QApplication)
 

@@ -1,9 +1,9 @@
 // Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
 #pragma once
 
-#include "run_program.h"
-#include "scratch_volume.h"
-#include "test_files.h"
+#include "tests/support/run_program.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/support/test_files.h"
 
 class SoftTokens
 {

@@ -3,9 +3,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "scratch_volume.h"
-#include "soft_tokens.h"
-#include "test_main.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/token/soft_tokens.h"
+#include "tests/support/test_main.h"
 
 class TokenCommandsTest : public QObject
 {

@@ -1,11 +1,11 @@
 // The host's answers about tokens, with real ones and a view that records.
-#include "business_logic.h"
-#include "fake_pbe.h"
-#include "scratch_volume.h"
-#include "silent_view.h"
-#include "soft_tokens.h"
-#include "test_main.h"
-#include "token/volume_tokens.h"
+#include "host/screen/business_logic.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/host/scratch_volume.h"
+#include "tests/host/silent_view.h"
+#include "tests/token/soft_tokens.h"
+#include "tests/support/test_main.h"
+#include "volume/token/volume_tokens.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <QThread>
 
 #include "pbe/log.h"
-#include "stage.h"
-#include "texts.h"
+#include "tests/tour/stage.h"
+#include "host/screen/texts.h"
 
 namespace {
 

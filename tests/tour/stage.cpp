@@ -1,4 +1,4 @@
-#include "stage.h"
+#include "tests/tour/stage.h"
 
 #include <cstdio>
 
@@ -17,8 +17,8 @@
 
 #include "pbe/files.h"
 #include "pbe/log.h"
-#include "shown_texts.h"
-#include "translations.h"
+#include "tests/support/shown_texts.h"
+#include "tests/support/translations.h"
 
 namespace {
 

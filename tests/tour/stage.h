@@ -13,8 +13,8 @@
 #include <QSet>
 #include <QTemporaryDir>
 
-#include "recording_host.h"
-#include "test_files.h"
+#include "tests/support/recording_host.h"
+#include "tests/support/test_files.h"
 
 class Stage
 {

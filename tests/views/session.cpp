@@ -1,8 +1,8 @@
-#include "views/session.h"
+#include "tests/views/session.h"
 
 #include <QTimer>
 
-#include "test_main.h"
+#include "tests/support/test_main.h"
 
 // Every run of the view makes its own application object.
 struct NoApplication

@@ -13,8 +13,8 @@
 #include <QStackedWidget>
 #include <QTest>
 
-#include "fake_pbe.h"
-#include "recording_host.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/support/recording_host.h"
 
 class Session
 {

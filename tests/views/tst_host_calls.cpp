@@ -2,10 +2,10 @@
 #include <QFile>
 #include <QTimer>
 
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "test_main.h"
-#include "views/session.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
 
 class TestHostCalls : public QObject
 {

@@ -2,13 +2,13 @@
 #include <QMenu>
 #include <QWindow>
 
-#include "settings/paths.h"
-#include "settings_encoder.h"
-#include "test_main.h"
-#include "views/hotkeys.h"
-#include "views/session.h"
-#include "widgets/pba_combo_box.h"
-#include "widgets/response_input.h"
+#include "module/settings/paths.h"
+#include "settings_format/settings_encoder.h"
+#include "tests/support/test_main.h"
+#include "module/views/hotkeys.h"
+#include "tests/views/session.h"
+#include "module/widgets/pba_combo_box.h"
+#include "module/widgets/response_input.h"
 
 // Languages are switched by Alt+Shift, layouts by Ctrl+Space; Ctrl+1 and Ctrl+Shift+2 jump.
 static const pba::ConstantSettingsRecord kSettings{

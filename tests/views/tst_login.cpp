@@ -1,9 +1,9 @@
 // Login by password: the page, domain and last user, what goes to the host, automatic logon; the change of
 // the password that follows.
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "test_main.h"
-#include "views/session.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
 
 static QString Remembered(const char16_t *path)
 {

@@ -1,8 +1,8 @@
 // Messages, the confirmation of a recovery, the warning of debug logging, help.
-#include "settings/paths.h"
-#include "settings/text_file.h"
-#include "test_main.h"
-#include "views/session.h"
+#include "module/settings/paths.h"
+#include "module/settings/text_file.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
 
 class TestMessages : public QObject
 {

@@ -3,11 +3,11 @@
 #include <QFormLayout>
 #include <QProgressBar>
 
-#include "test_main.h"
-#include "views/challenge_text.h"
-#include "views/entropy_sampler.h"
-#include "views/session.h"
-#include "widgets/response_input.h"
+#include "tests/support/test_main.h"
+#include "module/views/challenge_text.h"
+#include "module/views/entropy_sampler.h"
+#include "tests/views/session.h"
+#include "module/widgets/response_input.h"
 
 // A session whose recovery begins with the entropy page.
 struct RecoverySession : Session

@@ -3,9 +3,9 @@
 #include <QTimer>
 
 #include "pbe/events.h"
-#include "settings/paths.h"
-#include "test_main.h"
-#include "views/session.h"
+#include "module/settings/paths.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
 
 // The page, what is visible of that which comes and goes, the default buttons and where the focus then is.
 static QString Shown()

@@ -1,9 +1,9 @@
 // The login page for tokens: its rows, what a PIN leads to, a list that changes under the person's fingers.
 #include <QGridLayout>
 
-#include "test_main.h"
-#include "views/session.h"
-#include "widgets/tokens_list.h"
+#include "tests/support/test_main.h"
+#include "tests/views/session.h"
+#include "module/widgets/tokens_list.h"
 
 struct TokenSession : Session
 {

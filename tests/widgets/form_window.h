@@ -4,8 +4,8 @@
 #include <QDialog>
 #include <QTest>
 
-#include "forms/style.h"
-#include "forms/ui_pba_main_window.h"
+#include "module/forms/style.h"
+#include "module/forms/ui_pba_main_window.h"
 
 struct FormWindow
 {

@@ -3,11 +3,11 @@
 #include <QApplication>
 #include <QSignalSpy>
 
-#include "form_window.h"
-#include "test_main.h"
-#include "widgets/lock_ui_dialog.h"
-#include "widgets/pba_message_box.h"
-#include "widgets/secret_field.h"
+#include "tests/widgets/form_window.h"
+#include "tests/support/test_main.h"
+#include "module/widgets/lock_ui_dialog.h"
+#include "module/widgets/pba_message_box.h"
+#include "module/widgets/secret_field.h"
 
 PBA_TEST_MAIN(QApplication)
 

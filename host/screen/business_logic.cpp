@@ -1,0 +1,95 @@
+#include "host/screen/business_logic.h"
+
+#include <algorithm>
+
+#include "host/screen/guarded.h"
+#include "host/log.h"
+#include "pba/view.h"
+#include "host/service/stop_signals.h"
+
+namespace host {
+
+BusinessLogic::BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
+                             const LogicOptions &options)
+    : m_osStart(osStart)
+    , m_options(options)
+    , m_passwordLogin(osStart, throttle, texts, options.autologonAllowed)
+    , m_recovery(osStart, m_passwordLogin, texts)
+    , m_tokenLogin(osStart, texts, options.tokenModule)
+{
+}
+
+// Whoever the volume knows no way in for is not offered one; without any, the view says that there are no
+// users.
+std::uint32_t BusinessLogic::ViewOptions() const
+{
+    const std::vector<volume::User> users = m_osStart.GetVolume().Users();
+    const bool hasPasswords = std::any_of(users.begin(), users.end(),
+                                          [](const volume::User &user) { return !user.keyslots.empty(); });
+    return (hasPasswords && m_options.passwordLogin ? pba::kOptionLoginByPassword : 0) |
+           (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
+}
+
+// The login page asks about the automatic logon as soon as it is shown, so its logic must be there before.
+kro::result_t BusinessLogic::Init(pba::IMainView *view)
+{
+    pba::ILoginByPasswordView *loginView = view->GetLoginByPasswordView();
+    if (!loginView)
+        return kro::kUnexpected;
+    m_view = view;
+    m_passwordLogin.Attach(loginView);
+    view->SetOptions(ViewOptions());
+    return m_osStart.IsTestBoot() ? view->ShowTestBootMessage() : view->ShowInitialScreen();
+}
+
+kro::result_t BusinessLogic::UpdateConnectedTokens(bool *screenMustChange)
+{
+    return Guarded([&] {
+        *screenMustChange = m_tokenLogin.HasScreenChanged();
+        return kro::kOk;
+    });
+}
+
+kro::result_t BusinessLogic::CheckTokensConnected(bool *connected)
+{
+    return Guarded([&] {
+        *connected = m_tokenLogin.IsAnyUsable();
+        return kro::kOk;
+    });
+}
+
+kro::result_t BusinessLogic::StartLoginByPassword(pba::ILoginByPasswordView *view)
+{
+    m_passwordLogin.Attach(view);
+    return kro::kOk;
+}
+
+kro::result_t BusinessLogic::StartPasswordRecovery(pba::IPasswordRecoveryView *view)
+{
+    return m_view ? m_recovery.Start(view, m_view) : kro::kNotInitialized;
+}
+
+kro::result_t BusinessLogic::StartLoginByToken(pba::ILoginByTokenView *view)
+{
+    m_tokenLogin.Attach(view);
+    return kro::kOk;
+}
+
+kro::result_t BusinessLogic::StartOperatingSystem()
+{
+    if (!m_view)
+        return kro::kNotInitialized;
+    // Who ended the program does not want the system to start.
+    if (StopRequested())
+        return kro::kCancelled;
+    return Guarded([&] {
+        const kro::result_t result = m_osStart.Start();
+        if (kro::Failed(result))
+            return result;
+        Log(kLogCalls, m_osStart.IsTestBoot() ? "The test boot ends." : "The operating system starts.");
+        m_view->ShowStartingOsScreen(); // only a picture: the start does not depend on it
+        return m_view->Close();
+    });
+}
+
+} // namespace host

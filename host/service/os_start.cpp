@@ -1,0 +1,133 @@
+#include "host/service/os_start.h"
+
+#include <ctime>
+
+#include "host/log.h"
+
+namespace host {
+
+using volume::Error;
+
+namespace {
+
+constexpr std::uint32_t kDefaultMilliseconds = 2000; // of a login, where no user has a password yet
+
+} // namespace
+
+OsStart::OsStart(volume::Volume &volume, StartOptions options)
+    : m_volume(volume)
+    , m_options(std::move(options))
+{
+}
+
+Error OsStart::OpenVolume(const volume::UserName &name, const volume::Secret &password)
+{
+    Forget();
+    const Error error = m_volume.Login(name, password, &m_volumeKey);
+    m_opened = error == Error::None;
+    if (!m_opened)
+        return error;
+    m_name = name;
+    m_mustReplace = HasExpired() && CheckReplaceable() == Error::None;
+    return error;
+}
+
+Error OsStart::OpenKeyslots(const std::vector<int> &keyslots, const volume::Secret &passphrase)
+{
+    Forget();
+    Error error = Error::WrongPassword;
+    for (auto keyslot = keyslots.begin(); keyslot != keyslots.end() && error == Error::WrongPassword;
+         ++keyslot)
+        error = m_volume.OpenKeyslot(*keyslot, passphrase, &m_volumeKey);
+    m_opened = error == Error::None;
+    return error;
+}
+
+void OsStart::Recover(const volume::UserName &name, volume::Secret volumeKey)
+{
+    Forget();
+    m_name = name;
+    m_volumeKey = std::move(volumeKey);
+    m_recovered = true;
+}
+
+void OsStart::Forget()
+{
+    m_opened = false;
+    m_recovered = false;
+    m_mustReplace = false;
+    m_name = {};
+    m_volumeKey.Wipe();
+}
+
+Error OsStart::CheckReplaceable() const
+{
+    if (!m_volume.FindUser(m_name))
+        return Error::NoUser;
+    const Error error = m_volume.CheckWritable();
+    return error == Error::None && m_volume.RoomLeft().keyslots < 1 ? Error::NoSpace : error;
+}
+
+bool OsStart::HasExpired() const
+{
+    const std::optional<volume::User> user = m_volume.FindUser(m_name);
+    return user && volume::HasExpired(m_volume.GetPolicy(), *user, std::time(nullptr));
+}
+
+Error OsStart::ReplacePassword(const volume::Secret &password)
+{
+    if (!m_opened && !m_recovered)
+        return Error::WrongPassword;
+    Error error = m_volume.CheckNewPassword(m_name, password);
+    if (error == Error::PasswordTooShort || error == Error::PasswordUnchanged || error == Error::OutOfMemory)
+        return error;
+    m_mustReplace = false;
+    if (error != Error::None)
+        return error;
+    // Only who came in by the recovery can spare the old password before the new one is proven.
+    error = m_volume.ReplacePassword(m_name, m_volumeKey, password,
+                                     volume::KeyCost::ForPassword(kDefaultMilliseconds),
+                                     m_recovered ? volume::WhenFull::DropOld : volume::WhenFull::Refuse);
+    if (error == Error::None || error == Error::OldPasswordStays) {
+        m_opened = true;
+        m_recovered = false;
+    }
+    return error;
+}
+
+kro::result_t OsStart::Start()
+{
+    if (m_options.testBoot) {
+        m_testBootEnded = true;
+        return kro::kOk;
+    }
+    if (m_started)
+        return kro::kOk;
+    if (!m_opened || m_mustReplace) {
+        Log(kLogErrors, "The operating system was asked for without an opened keyslot or with an expired "
+                        "password; refused.");
+        return kro::kProhibited;
+    }
+    const kro::result_t result = m_options.mapperName.empty() ? kro::kOk : MapVolume();
+    m_started = !kro::Failed(result);
+    return result;
+}
+
+kro::result_t OsStart::MapVolume()
+{
+    const Error error = m_volume.Activate(m_options.mapperName, m_options.mapperFlags, m_volumeKey);
+    if (error != Error::None) {
+        Log(kLogErrors, "The volume cannot be mapped: " + std::string(volume::Describe(error)) + " " +
+                            m_volume.LastDetail());
+        return kro::kUnspecifiedError;
+    }
+    m_volumeKey.Wipe();
+    return kro::kOk;
+}
+
+bool OsStart::HasStarted() const
+{
+    return m_started && (m_options.mapperName.empty() || m_volume.IsActiveAs(m_options.mapperName));
+}
+
+} // namespace host

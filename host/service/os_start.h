@@ -1,0 +1,72 @@
+// Whether the operating system may start, and its start: the one place that decides. The view asking for it
+// proves nothing; an opened keyslot in this host's own hands does, and so does a test boot.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kro/result.h"
+#include "volume/luks/volume.h"
+
+namespace host {
+
+struct StartOptions
+{
+    std::string mapperName; // empty: a right password is enough, nothing is mapped
+    bool testBoot = false;
+    std::uint32_t mapperFlags = 0; // of libcryptsetup
+};
+
+class OsStart
+{
+public:
+    OsStart(volume::Volume &volume, StartOptions options);
+
+    volume::Volume &GetVolume() { return m_volume; }
+    bool IsTestBoot() const { return m_options.testBoot; }
+
+    // A login attempt begins: what an earlier one opened counts no longer.
+    void Forget();
+    // By a user's password; forgets by itself.
+    [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const volume::Secret &password);
+    // By the first of these keyslots that the passphrase opens; forgets by itself.
+    [[nodiscard]] volume::Error OpenKeyslots(const std::vector<int> &keyslots,
+                                             const volume::Secret &passphrase);
+    // This person has lost the password and proven another way in: nothing starts until it is replaced.
+    void Recover(const volume::UserName &name, volume::Secret volumeKey);
+    // Who was let in last, empty after Forget; only then a password may be replaced.
+    const volume::UserName &Name() const { return m_name; }
+    bool HasRecovered() const { return m_recovered; }
+    // Whether a password can be replaced here, as far as can be told without trying.
+    [[nodiscard]] volume::Error CheckReplaceable() const;
+    // Whether the policy asks whoever was let in for a new password.
+    bool HasExpired() const;
+    // That nothing starts before. Only while it can be replaced: a full or read-only header locks nobody out.
+    bool MustReplacePassword() const { return m_mustReplace || m_recovered; }
+    // As the volume's policy allows. OldPasswordStays counts as replaced. When it fails for another reason
+    // than the password, an expired one does for this time.
+    [[nodiscard]] volume::Error ReplacePassword(const volume::Secret &password);
+
+    // Maps the volume when it is to be mapped. kProhibited without an opened keyslot; may be repeated.
+    kro::result_t Start();
+
+    // The mapped volume is looked up anew.
+    bool HasStarted() const;
+    bool HasTestBootEnded() const { return m_testBootEnded; }
+
+private:
+    kro::result_t MapVolume();
+
+    volume::Volume &m_volume;
+    StartOptions m_options;
+    volume::UserName m_name;
+    volume::Secret m_volumeKey; // kept for mapping and for a new password
+    bool m_opened = false;
+    bool m_recovered = false;
+    bool m_mustReplace = false;
+    bool m_started = false;
+    bool m_testBootEnded = false;
+};
+
+} // namespace host

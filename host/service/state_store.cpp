@@ -1,0 +1,93 @@
+#include "host/service/state_store.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "pbe/files.h"
+#include "base/durable_name.h"
+
+namespace host {
+namespace {
+
+constexpr char16_t kPath[] = u"\\pba\\state.json";
+constexpr std::size_t kMaxFileBytes = 4096; // names of 256 bytes, escaped, and the rest
+
+std::string FileName()
+{
+    kro::string_t name;
+    return kro::Failed(PbeGetFilePath(kPath, &name)) ? std::string() : std::string(name.View());
+}
+
+bool WriteAll(int file, std::string_view bytes)
+{
+    return write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()) && fsync(file) == 0;
+}
+
+bool WriteFile(const std::string &name, std::string_view bytes)
+{
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
+                          S_IRUSR | S_IWUSR);
+    if (file < 0)
+        return false;
+    const bool written = WriteAll(file, bytes);
+    return close(file) == 0 && written;
+}
+
+// A root without settings or texts has no such directory yet; guessing is to be slowed down there, too.
+bool MakeDirectory(const std::filesystem::path &directory)
+{
+    constexpr mode_t kReadableByAll = 0755;
+    if (mkdir(directory.c_str(), kReadableByAll) != 0)
+        return errno == EEXIST;
+    volume::MakeNameDurable(directory);
+    return true;
+}
+
+} // namespace
+
+LoginState FileStateStore::Read()
+{
+    int file = -1;
+    if (kro::Failed(PbeOpenFileForReading(kPath, &file)))
+        return {};
+    std::string text(kMaxFileBytes, '\0');
+    const ssize_t size = read(file, text.data(), text.size());
+    close(file);
+    text.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return DecodeLoginState(text).value_or(LoginState{});
+}
+
+bool FileStateStore::Write(const LoginState &state)
+{
+    const std::string name = FileName();
+    const std::string fresh = name + ".new";
+    const std::filesystem::path directory = std::filesystem::path(name).parent_path();
+    if (name.empty() || !MakeDirectory(directory) || !WriteFile(fresh, EncodeLoginState(state)) ||
+        std::rename(fresh.c_str(), name.c_str()) != 0)
+        return false;
+    volume::MakeNameDurable(name);
+    return true;
+}
+
+LoginState HeaderStateStore::Read()
+{
+    const std::vector<volume::Object> objects = m_volume.Objects(kStateObjectType);
+    return objects.empty() ? LoginState{} : DecodeLoginState(objects.front().json).value_or(LoginState{});
+}
+
+bool HeaderStateStore::Write(const LoginState &state)
+{
+    const std::string json = EncodeLoginState(state);
+    const std::vector<volume::Object> objects = m_volume.Objects(kStateObjectType);
+    if (objects.empty() && m_volume.CheckRoom({0, 1, json.size()}) != volume::Error::None)
+        return false;
+    int number = objects.empty() ? -1 : objects.front().number;
+    return m_volume.WriteObject(json, &number) == volume::Error::None;
+}
+
+} // namespace host

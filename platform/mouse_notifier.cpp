@@ -1,9 +1,0 @@
-#include "pbe/mouse_notifier.h"
-
-#include "application.h"
-
-int QPbeMouseNotifier::GetMousecount()
-{
-    pbe::Application *application = pbe::Application::Current();
-    return application ? application->hotPlug.CountPointingDevices() : 0;
-}

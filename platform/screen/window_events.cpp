@@ -1,0 +1,30 @@
+#include "platform/screen/window_events.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace pbe {
+
+namespace {
+
+bool TakesNotice(const QWidget *window)
+{
+    const Qt::WindowType type = window->windowType();
+    return window->isVisible() && type != Qt::Popup && type != Qt::ToolTip;
+}
+
+} // namespace
+
+void PostToWindows(int type, std::initializer_list<int> replaced)
+{
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (!TakesNotice(window))
+            continue;
+        for (const int old : replaced)
+            QCoreApplication::removePostedEvents(window, old);
+        QCoreApplication::postEvent(window, new QEvent(static_cast<QEvent::Type>(type)));
+    }
+}
+
+} // namespace pbe

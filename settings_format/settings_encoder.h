@@ -1,0 +1,12 @@
+// The binary form of the settings, which the view reads (docs/settings-format.md).
+#pragma once
+
+#include <string>
+
+#include "settings_format/settings_record.h"
+
+namespace admin {
+
+std::string EncodeSettings(const pba::ConstantSettingsRecord &record);
+
+} // namespace admin

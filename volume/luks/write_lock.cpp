@@ -1,0 +1,71 @@
+#include "volume/luks/write_lock.h"
+
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace volume {
+namespace {
+
+constexpr int kAttempts = 50;
+constexpr std::chrono::milliseconds kPause{100};
+
+// Not every kernel refuses to open a write-protected device for writing.
+bool IsWriteProtected(int file)
+{
+    struct stat status;
+    int readOnly = 0;
+    return fstat(file, &status) == 0 && S_ISBLK(status.st_mode) && ioctl(file, BLKROGET, &readOnly) == 0 &&
+           readOnly;
+}
+
+// Of another kind than the locks that libcryptsetup takes on the same file, and would wait for.
+bool TryLock(int file)
+{
+    struct flock whole = {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    return fcntl(file, F_OFD_SETLK, &whole) == 0;
+}
+
+} // namespace
+
+Error OpenForWriting(const std::string &path, int *file)
+{
+    *file = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    if (*file < 0)
+        return errno == EACCES || errno == EPERM || errno == EROFS ? Error::ReadOnly
+                                                                   : FromErrno(-errno, path);
+    if (!IsWriteProtected(*file))
+        return Error::None;
+    close(*file);
+    *file = -1;
+    return Error::ReadOnly;
+}
+
+Error WriteLock::Take(const std::string &path)
+{
+    if (const Error error = OpenForWriting(path, &m_file); error != Error::None)
+        return error;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (TryLock(m_file))
+            return Error::None;
+        if (errno != EAGAIN && errno != EACCES && errno != EINTR)
+            return Error::Failed;
+        std::this_thread::sleep_for(kPause);
+    }
+    return Error::Busy;
+}
+
+WriteLock::~WriteLock()
+{
+    if (m_file >= 0)
+        close(m_file);
+}
+
+} // namespace volume

@@ -1,0 +1,37 @@
+// The tokens of a volume: for each a keyslot with its enrolment, and beside it an object of our own that
+// names the person, which the enrolment of the standard tool does not.
+#pragma once
+
+#include "volume/token/enrolment.h"
+#include "volume/token/wrap.h"
+
+namespace token {
+
+inline constexpr char kOwnerType[] = "pba-token";
+
+struct VolumeToken
+{
+    Enrolment enrolment;
+    volume::UserName owner; // empty where the standard tool enrolled it
+};
+
+// In the order of their objects in the header, also those that let nobody in.
+std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
+
+// A user that the volume does not know becomes one without a password. `*keyslot` is the new one. When it
+// fails, everything is as it was, or will be when FinishPending can write.
+[[nodiscard]] volume::Error AddToken(volume::Volume &volume, const volume::Secret &volumeKey,
+                                     const Wrapped &wrapped, const volume::UserName &owner, int *keyslot);
+
+// Takes a token's keyslot away, with its objects, and with its owner when that one has no other way in.
+[[nodiscard]] volume::Error RemoveToken(volume::Volume &volume, int keyslot);
+
+// Takes a user away with all tokens and the password. The tokens go first: a loss of power between leaves a
+// user who can be removed again, not a token that still logs somebody on.
+[[nodiscard]] volume::Error RemoveUser(volume::Volume &volume, const volume::UserName &name);
+
+// Finishes or undoes what a loss of power interrupted; to be called at each start where the header is
+// writable. Writes nothing when there is nothing to do.
+[[nodiscard]] volume::Error FinishPending(volume::Volume &volume);
+
+} // namespace token
