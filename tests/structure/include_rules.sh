@@ -30,6 +30,7 @@ declare -A may=(
     [volume/token]='(base|volume/(luks|token))/'
     # The host knows how the settings are written, and nothing else of the view.
     [host]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host/protocol]='(base|host/protocol)/'
     [host/screen]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
     [host/service]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
     [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'

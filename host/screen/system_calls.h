@@ -1,0 +1,13 @@
+// The system calls that a process can make.
+#pragma once
+
+#include <string>
+
+namespace host {
+
+// All threads of this process make the calls that drawing and hearing keys need, and no others: those fail as
+// if they were not permitted, so that a library that tries one goes on without. No process can be started,
+// no program executed.
+[[nodiscard]] bool RestrictSystemCalls(bool displayServer, std::string *fault);
+
+} // namespace host
