@@ -11,7 +11,9 @@ prepare "$password"
 : >"$work/root/pba/last_usr.txt"
 
 # The first login: the domain has the focus, and a wrong password comes before the right one. No program is started.
-run_by=(env -u DBUS_SESSION_BUS_ADDRESS "LD_PRELOAD=$2" "EXEC_COUNTER_REPORT=$work/programs")
+unset DBUS_SESSION_BUS_ADDRESS
+preload=$2
+export EXEC_COUNTER_REPORT=$work/programs
 start_screen
 log_on OFFICE boris "$wrong"
 close_message
@@ -20,7 +22,7 @@ wait_for "the end of the first attempt" logged $'pba::QtViewImpl::OnLogin\tEND: 
 # What was typed is selected: the right password takes its place.
 enter "$password"
 expect_end 0
-run_by=()
+preload=
 [ "$(cat "$work/programs")" = watched ] || fail "Programs were started: $(cat "$work/programs")"
 head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version: [0-9.]+\}' \
     || fail "The log does not begin with the version record."
