@@ -13,7 +13,13 @@ class RecoveryView final : public SilentView, public pba::IPasswordRecoveryView
 public:
     pba::IPasswordRecoveryLogic *recovery = nullptr;
     recovery::ChallengeStrings challenge;
+    std::uint32_t options = 0;
 
+    kro::result_t SetOptions(std::uint32_t offered) override
+    {
+        options = offered;
+        return kro::kOk;
+    }
     kro::result_t ShowMessage(const kro::wstring_t &title, const kro::wstring_t &text, std::uint32_t severity,
                               std::uint32_t buttons) override
     {
@@ -204,6 +210,20 @@ private slots:
         scene.secret.Data()[0] ^= 1;
         QVERIFY(!scene.Type(scene.Respond(kBoris)));
         QVERIFY(recovery::Find(*scene.scratch.Open())->enrolment.used);
+    }
+
+    // As a loss of power leaves it where no keyslot is free: the page leads to the recovery, if there is one.
+    void nobodyHasAPassword()
+    {
+        for (const bool withRecovery : {false, true}) {
+            Scene scene(withRecovery);
+            for (volume::User &user : scene.opened->Users()) {
+                user.keyslots.clear();
+                QCOMPARE(scene.opened->WriteObject(volume::EncodeUser(user), &user.object), Error::None);
+            }
+            QCOMPARE(scene.logic.Init(&scene.view), kro::kOk);
+            QCOMPARE(scene.view.options, withRecovery ? pba::kOptionLoginByPassword : 0u);
+        }
     }
 
     void withoutRecovery()

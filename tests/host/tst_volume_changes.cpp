@@ -167,11 +167,13 @@ private slots:
         const int boriss = opened.volume->FindUser(kBoris)->keyslots[0];
         volume::User carl{{"", "carl"}, {}, rescue, true, {}, kCost.ToText()};
         volume::User shares = anna;
+        volume::User leads = anna;
         volume::User pends = anna;
         shares.keyslots.push_back(boriss);
+        leads.keyslots.insert(leads.keyslots.begin(), boriss);
         pends.pending = boriss;
         pends.pendingCost = kCost.ToText();
-        for (volume::User *user : {&carl, &shares, &pends}) {
+        for (volume::User *user : {&carl, &shares, &leads, &pends}) {
             QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(*user), &user->object), Error::None);
             QCOMPARE(opened.volume->FinishPending(), Error::None);
             QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);

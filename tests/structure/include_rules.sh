@@ -25,7 +25,7 @@ declare -A may=(
     [platform/devices]='platform/|(kro|pbe)/|Q'
     # Shared with the administrator's tool, which is free of the toolkit.
     [platform/layouts]='platform/layouts/'
-    [volume]='(base|volume/(luks|recovery|token))/'
+    [volume]='(base|volume)/'
     [volume/luks]='(base|volume/luks)/'
     [volume/recovery]='(base|volume/(luks|recovery))/'
     [volume/token]='(base|volume/(luks|token))/'

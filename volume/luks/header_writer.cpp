@@ -59,7 +59,7 @@ Error HeaderWriter::StoreObject(const std::string &json, int *number)
 
 Error HeaderWriter::DestroyObject(int number)
 {
-    if (crypt_token_status(m_device, number, nullptr) == CRYPT_TOKEN_INACTIVE)
+    if (number < 0 || crypt_token_status(m_device, number, nullptr) == CRYPT_TOKEN_INACTIVE)
         return Error::None;
     return Put([&] { return crypt_token_json_set(m_device, number, nullptr); });
 }

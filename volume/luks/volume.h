@@ -134,8 +134,9 @@ public:
     // Whether a keyslot that an object has announced was added: it costs what was announced, and no object
     // names it. Anything else is somebody else's, who has taken the number since.
     bool IsAnnounced(int keyslot, const std::string &cost) const;
-    // Whether it opens the volume and this object alone names it.
-    bool IsOwned(int keyslot, int object) const;
+    // Of an object's keyslots those behind the first one, which a replacement has left: they open the volume,
+    // and no other object names them.
+    std::vector<int> FormerKeyslots(const std::vector<int> &keyslots, int object) const;
 
     // All, or those of a type. The header is not trusted: any JSON may stand in them.
     std::vector<Object> Objects(std::string_view type = {}) const;
@@ -189,8 +190,7 @@ private:
     int FindFreeKeyslot() const;
     bool IsNamed(int keyslot, int besides = -1) const;
     bool IsUnfinished(const User &user) const;
-    std::vector<int> OwnKeyslots(const User &user) const;
-    std::vector<int> FormerKeyslots(const User &user) const;
+    std::vector<int> OwnKeyslots(const std::vector<int> &keyslots, int object) const;
     int FirstUserKeyslot() const;
     bool LeavesWayIn(const std::vector<int> &withoutKeyslots) const;
     [[nodiscard]] Error ProveKeyslot(int keyslot, const Secret &passphrase) const;

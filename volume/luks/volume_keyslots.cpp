@@ -45,9 +45,21 @@ bool Volume::IsAnnounced(int keyslot, const std::string &cost) const
            KeyCost::OfKeyslot(m_device, keyslot, &its) && its.ToText() == cost;
 }
 
-bool Volume::IsOwned(int keyslot, int object) const
+std::vector<int> Volume::OwnKeyslots(const std::vector<int> &keyslots, int object) const
 {
-    return OpensVolume(m_device, keyslot) && !IsNamed(keyslot, object);
+    std::vector<int> own = UsableKeyslots(keyslots);
+    std::erase_if(own, [&](int keyslot) { return IsNamed(keyslot, object); });
+    return own;
+}
+
+// Where the first is another's as well, nothing says what the others are.
+std::vector<int> Volume::FormerKeyslots(const std::vector<int> &keyslots, int object) const
+{
+    std::vector<int> former = OwnKeyslots(keyslots, object);
+    if (former.empty() || former.front() != UsableKeyslots(keyslots).front())
+        return {};
+    former.erase(former.begin());
+    return former;
 }
 
 std::vector<int> Volume::UsableKeyslots(const std::vector<int> &keyslots) const
@@ -152,9 +164,10 @@ Error Volume::AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyC
         if (const int result = cost.Measure(m_device); result < 0)
             return Fault(result);
         Error error = owner.Announce(keyslot, cost);
+        if (error != Error::None)
+            return Change([&] { return owner.Withdraw(); }) == Error::None ? error : Error::NotUndone;
         try {
-            if (error == Error::None)
-                error = m_writer.lock()->AddKeyslot(keyslot, volumeKey, passphrase, cost);
+            error = m_writer.lock()->AddKeyslot(keyslot, volumeKey, passphrase, cost);
             if (error == Error::None)
                 error = ProveKeyslot(keyslot, passphrase);
             if (error == Error::None)

@@ -63,7 +63,7 @@ private:
 Error Volume::SetPassword(const User &user, const Secret &volumeKey, const Secret &password,
                           const KeyCost &cost)
 {
-    const std::vector<int> former = OwnKeyslots(user);
+    const std::vector<int> former = OwnKeyslots(user.keyslots, user.object);
     PasswordOwner owner(*this, user, Date());
     if (const Error error = AddKeyslot(volumeKey, password, cost, owner); error != Error::None)
         return error;
@@ -75,29 +75,12 @@ std::int64_t Volume::Date() const
     return m_date.value_or(std::time(nullptr));
 }
 
-// Those that nobody else has a share in.
-std::vector<int> Volume::OwnKeyslots(const User &user) const
-{
-    std::vector<int> own = user.keyslots;
-    std::erase_if(own, [&](int keyslot) { return !IsOwned(keyslot, user.object); });
-    return own;
-}
-
-// Behind the first one that opens the volume: of the passwords before.
-std::vector<int> Volume::FormerKeyslots(const User &user) const
-{
-    const std::vector<int> usable = UsableKeyslots(user.keyslots);
-    std::vector<int> former = OwnKeyslots(user);
-    std::erase_if(former, [&](int keyslot) { return keyslot == usable.front(); });
-    return former;
-}
-
 // A pending keyslot was not proven, so it goes where the user has another one; where not, it is better than
 // nothing.
 Error Volume::Finish(const User &user)
 {
     if (!user.pending)
-        return DestroyKeyslots(FormerKeyslots(user));
+        return DestroyKeyslots(FormerKeyslots(user.keyslots, user.object));
     const bool added = IsAnnounced(*user.pending, user.pendingCost);
     const bool helpless = UsableKeyslots(user.keyslots).empty();
     int object = user.object;
@@ -119,7 +102,7 @@ Error Volume::FinishRemoval(User user)
         user.removing = false;
         return WriteObject(EncodeUser(user), &user.object);
     }
-    const Error error = DestroyKeyslots(OwnKeyslots(user));
+    const Error error = DestroyKeyslots(OwnKeyslots(user.keyslots, user.object));
     return error == Error::None ? RemoveObject(user.object) : error;
 }
 
@@ -134,7 +117,7 @@ Error Volume::FinishRemovals()
 
 bool Volume::IsUnfinished(const User &user) const
 {
-    return user.pending || user.removing || !FormerKeyslots(user).empty();
+    return user.pending || user.removing || !FormerKeyslots(user.keyslots, user.object).empty();
 }
 
 Error Volume::FinishAll()
@@ -231,7 +214,7 @@ Error Volume::DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &c
         return Error::WrongPassword;
     if (cost.ExceedsMemory())
         return Error::OutOfMemory;
-    const Error error = DestroyKeyslots(OwnKeyslots(*user));
+    const Error error = DestroyKeyslots(OwnKeyslots(user->keyslots, user->object));
     user->keyslots.clear();
     return error;
 }

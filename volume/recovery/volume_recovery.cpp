@@ -41,13 +41,9 @@ Error UndoPending(Volume &volume, Found found)
     return Write(volume, found.enrolment, &found.object);
 }
 
-// All but the first.
 std::vector<int> FormerKeyslots(const Volume &volume, const Found &found)
 {
-    const std::vector<int> &keyslots = found.enrolment.keyslots;
-    std::vector<int> former(keyslots.begin() + !keyslots.empty(), keyslots.end());
-    std::erase_if(former, [&](int keyslot) { return !volume.IsOwned(keyslot, found.object); });
-    return former;
+    return volume.FormerKeyslots(found.enrolment.keyslots, found.object);
 }
 
 Error RemoveFormer(Volume &volume, const Found &found)
