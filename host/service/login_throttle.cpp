@@ -12,6 +12,13 @@ namespace host {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+namespace {
+
+// What another host takes to count: worth waiting for, so that no two try by the same number.
+constexpr milliseconds kMomentOfAnother{500};
+
+} // namespace
+
 LoginThrottle::LoginThrottle(StateStore &store, Clock &clock, PolicySource policy)
     : m_store(store)
     , m_clock(clock)
@@ -64,7 +71,7 @@ std::uint32_t LoginThrottle::BeginAttempt()
         return state;
     };
     m_patienceEnds = steady_clock::now() + volume::kLockPatience;
-    const bool written = m_store.Update(count, milliseconds{0});
+    const bool written = m_store.Update(count, kMomentOfAnother);
     if (!written)
         count(m_store.Read());
     if (secondsLeft > 0)
