@@ -26,10 +26,11 @@ struct Piece
 {
     std::uint8_t masked[kPieceOfKey];
     std::size_t size;
+    const Piece *next;
 };
 Piece s_pieces[1024];
 std::size_t s_count = 0;
-bool s_begins[256]; // a piece
+const Piece *s_beginning[256]; // by the first character
 
 void ReadCanaries(std::FILE *file)
 {
@@ -41,16 +42,21 @@ void ReadCanaries(std::FILE *file)
             masked[length++] = static_cast<std::uint8_t>(byte);
         const std::size_t size = length < kKey ? kPiece : kPieceOfKey;
         for (std::size_t i = 0; i + size <= length && s_count < std::size(s_pieces); ++i) {
-            std::copy_n(masked + i, size, s_pieces[s_count].masked);
-            s_pieces[s_count++].size = size;
-            s_begins[masked[i] ^ kMask] = true;
+            const Piece *&others = s_beginning[masked[i] ^ kMask];
+            Piece &piece = s_pieces[s_count++];
+            std::copy_n(masked + i, size, piece.masked);
+            piece.size = size;
+            piece.next = others;
+            others = &piece;
         }
     }
 }
 
 // Whether the piece stands there, its characters `stride` bytes apart: 1 for UTF-8, 2 for UTF-16.
-bool IsPiece(const std::uint8_t *place, std::size_t stride, const Piece &piece)
+bool IsPiece(const std::uint8_t *place, std::size_t room, std::size_t stride, const Piece &piece)
 {
+    if (room < stride * piece.size)
+        return false;
     for (std::size_t i = 0; i < piece.size; ++i) {
         if ((place[i * stride] ^ kMask) != piece.masked[i] || (stride == 2 && place[2 * i + 1] != 0))
             return false;
@@ -60,10 +66,11 @@ bool IsPiece(const std::uint8_t *place, std::size_t stride, const Piece &piece)
 
 bool HoldsPiece(const std::uint8_t *place, std::size_t room)
 {
-    return std::any_of(s_pieces, s_pieces + s_count, [&](const Piece &piece) {
-        return (room >= piece.size && IsPiece(place, 1, piece)) ||
-               (room >= 2 * piece.size && IsPiece(place, 2, piece));
-    });
+    for (const Piece *piece = s_beginning[*place]; piece; piece = piece->next) {
+        if (IsPiece(place, room, 1, *piece) || IsPiece(place, room, 2, *piece))
+            return true;
+    }
+    return false;
 }
 
 // Looks at copies: a thread that is ending takes its memory away at any moment.
@@ -76,7 +83,7 @@ void Scan(std::uintptr_t begin, std::uintptr_t end, const char *what, std::FILE 
         const ssize_t copied = process_vm_readv(getpid(), &copy, 1, &original, 1, 0);
         const std::size_t size = copied < 0 ? 0 : static_cast<std::size_t>(copied);
         for (std::size_t i = 0; i < std::min(size, kChunk); ++i) {
-            if (s_begins[s_copy[i]] && HoldsPiece(s_copy + i, size - i))
+            if (HoldsPiece(s_copy + i, size - i))
                 std::fprintf(report, "%lx in %s", chunk + i, what);
         }
     }

@@ -1,5 +1,4 @@
-// Stop, pointer and pointing devices, as they meet the application object and the X server.
-#include <xcb/xfixes.h>
+// Stop and pointing devices, as they meet the application object and the X server.
 #include <xcb/xinput.h>
 
 #include <QApplication>
@@ -10,7 +9,6 @@
 #include "pbe/application.h"
 #include "pbe/events.h"
 #include "pbe/mouse_notifier.h"
-#include "pbe/screen.h"
 
 using pbe::x11::Own;
 
@@ -23,19 +21,6 @@ char *s_arguments[] = {s_program, nullptr};
 xcb_connection_t *OwnConnection()
 {
     return qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-}
-
-// How often this application has hidden the pointer: the server refuses to show what its client did not hide.
-int TimesHidden()
-{
-    xcb_connection_t *connection = OwnConnection();
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    int times = 0;
-    while (!Own(xcb_request_check(connection, xcb_xfixes_show_cursor_checked(connection, root))))
-        ++times;
-    for (int again = 0; again < times; ++again)
-        xcb_xfixes_hide_cursor(connection, root);
-    return times;
 }
 
 void EnableMouse(bool enabled)
@@ -74,21 +59,6 @@ private Q_SLOTS:
         QApplication next(s_argumentCount, s_arguments);
         QTimer::singleShot(50, &next, [] { QCoreApplication::exit(7); });
         QCOMPARE(QApplication::exec(), 7);
-    }
-
-    void PointerIsHiddenOnceAndShownAnew()
-    {
-        QPbeScreen *screen = QPbeScreen::Current();
-        for (int run = 0; run < 2; ++run) {
-            QApplication application(s_argumentCount, s_arguments);
-            QVERIFY(screen->IsPointerVisible());
-            QCOMPARE(TimesHidden(), 0);
-            for (const bool visible : {false, false, true, true, false}) {
-                screen->SetPointerVisible(visible);
-                QCOMPARE(screen->IsPointerVisible(), visible);
-                QCOMPARE(TimesHidden(), visible ? 0 : 1);
-            }
-        }
     }
 
     // First before the watch runs, then a storm, which is told once.
