@@ -231,5 +231,57 @@
         <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
         <translation>يطلب الرمز المميز رقم PIN جديدًا لا يمكن تعيينه هنا. يُرجى الاتصال بمسؤول النظام.</translation>
     </message>
+    <message>
+        <source>User name (? for a forgotten password): </source>
+        <translation>اسم المستخدم (? لكلمة مرور منسية): </translation>
+    </message>
+    <message>
+        <source>Domain (may be empty): </source>
+        <translation>النطاق (يمكن تركه فارغًا): </translation>
+    </message>
+    <message>
+        <source>Password: </source>
+        <translation>كلمة المرور: </translation>
+    </message>
+    <message>
+        <source>New password: </source>
+        <translation>كلمة المرور الجديدة: </translation>
+    </message>
+    <message>
+        <source>New password, once more: </source>
+        <translation>كلمة المرور الجديدة مرة أخرى: </translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same. Please try again.</source>
+        <translation>كلمتا المرور غير متطابقتين. يرجى المحاولة مرة أخرى.</translation>
+    </message>
+    <message>
+        <source>Please wait.</source>
+        <translation>يرجى الانتظار.</translation>
+    </message>
+    <message>
+        <source>Please read these lines to the system administrator:</source>
+        <translation>يرجى قراءة هذه الأسطر لمسؤول النظام:</translation>
+    </message>
+    <message>
+        <source>Line %1 of the response (empty to give up): </source>
+        <translation>السطر %1 من الرد (اتركه فارغًا للإلغاء): </translation>
+    </message>
+    <message>
+        <source>There is a mistake in this line. Please check it and try again.</source>
+        <translation>يوجد خطأ في هذا السطر. يرجى التحقق منه والمحاولة مرة أخرى.</translation>
+    </message>
+    <message>
+        <source>The response is not accepted. Please check it and try again.</source>
+        <translation>لم يُقبل الرد. يرجى التحقق منه والمحاولة مرة أخرى.</translation>
+    </message>
+    <message>
+        <source>The operating system starts.</source>
+        <translation>يبدأ نظام التشغيل.</translation>
+    </message>
+    <message>
+        <source>The test boot has succeeded.</source>
+        <translation>نجح الإقلاع التجريبي.</translation>
+    </message>
 </context>
 </TS>

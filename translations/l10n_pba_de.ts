@@ -231,5 +231,57 @@
         <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
         <translation>Das Token verlangt eine neue PIN, die hier nicht gesetzt werden kann. Bitte wenden Sie sich an den Systemadministrator.</translation>
     </message>
+    <message>
+        <source>User name (? for a forgotten password): </source>
+        <translation>Benutzername (? bei vergessenem Kennwort): </translation>
+    </message>
+    <message>
+        <source>Domain (may be empty): </source>
+        <translation>Domäne (darf leer sein): </translation>
+    </message>
+    <message>
+        <source>Password: </source>
+        <translation>Kennwort: </translation>
+    </message>
+    <message>
+        <source>New password: </source>
+        <translation>Neues Kennwort: </translation>
+    </message>
+    <message>
+        <source>New password, once more: </source>
+        <translation>Neues Kennwort, noch einmal: </translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same. Please try again.</source>
+        <translation>Die beiden Kennwörter sind nicht gleich. Versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Please wait.</source>
+        <translation>Bitte warten.</translation>
+    </message>
+    <message>
+        <source>Please read these lines to the system administrator:</source>
+        <translation>Lesen Sie dem Systemadministrator diese Zeilen vor:</translation>
+    </message>
+    <message>
+        <source>Line %1 of the response (empty to give up): </source>
+        <translation>Zeile %1 der Antwort (leer zum Abbrechen): </translation>
+    </message>
+    <message>
+        <source>There is a mistake in this line. Please check it and try again.</source>
+        <translation>In dieser Zeile ist ein Fehler. Prüfen Sie sie und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>The response is not accepted. Please check it and try again.</source>
+        <translation>Die Antwort wird nicht angenommen. Prüfen Sie sie und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>The operating system starts.</source>
+        <translation>Das Betriebssystem startet.</translation>
+    </message>
+    <message>
+        <source>The test boot has succeeded.</source>
+        <translation>Der Teststart war erfolgreich.</translation>
+    </message>
 </context>
 </TS>

@@ -231,5 +231,57 @@
         <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
         <translation>Le jeton exige un nouveau code PIN, qui ne peut pas être défini ici. Contactez l’administrateur système.</translation>
     </message>
+    <message>
+        <source>User name (? for a forgotten password): </source>
+        <translation>Nom d&apos;utilisateur (? en cas de mot de passe oublié) : </translation>
+    </message>
+    <message>
+        <source>Domain (may be empty): </source>
+        <translation>Domaine (peut rester vide) : </translation>
+    </message>
+    <message>
+        <source>Password: </source>
+        <translation>Mot de passe : </translation>
+    </message>
+    <message>
+        <source>New password: </source>
+        <translation>Nouveau mot de passe : </translation>
+    </message>
+    <message>
+        <source>New password, once more: </source>
+        <translation>Nouveau mot de passe, encore une fois : </translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same. Please try again.</source>
+        <translation>Les deux mots de passe ne sont pas identiques. Veuillez réessayer.</translation>
+    </message>
+    <message>
+        <source>Please wait.</source>
+        <translation>Veuillez patienter.</translation>
+    </message>
+    <message>
+        <source>Please read these lines to the system administrator:</source>
+        <translation>Veuillez lire ces lignes à l&apos;administrateur système :</translation>
+    </message>
+    <message>
+        <source>Line %1 of the response (empty to give up): </source>
+        <translation>Ligne %1 de la réponse (vide pour abandonner) : </translation>
+    </message>
+    <message>
+        <source>There is a mistake in this line. Please check it and try again.</source>
+        <translation>Cette ligne contient une erreur. Veuillez la vérifier et réessayer.</translation>
+    </message>
+    <message>
+        <source>The response is not accepted. Please check it and try again.</source>
+        <translation>La réponse n&apos;est pas acceptée. Veuillez la vérifier et réessayer.</translation>
+    </message>
+    <message>
+        <source>The operating system starts.</source>
+        <translation>Le système d&apos;exploitation démarre.</translation>
+    </message>
+    <message>
+        <source>The test boot has succeeded.</source>
+        <translation>Le démarrage de test a réussi.</translation>
+    </message>
 </context>
 </TS>

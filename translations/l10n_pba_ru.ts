@@ -231,5 +231,57 @@
         <source>The token wants a new PIN, which cannot be set here. Please contact the system administrator.</source>
         <translation>Токен требует новый PIN-код, который здесь задать нельзя. Обратитесь к системному администратору.</translation>
     </message>
+    <message>
+        <source>User name (? for a forgotten password): </source>
+        <translation>Имя пользователя (? — если пароль забыт): </translation>
+    </message>
+    <message>
+        <source>Domain (may be empty): </source>
+        <translation>Домен (можно не указывать): </translation>
+    </message>
+    <message>
+        <source>Password: </source>
+        <translation>Пароль: </translation>
+    </message>
+    <message>
+        <source>New password: </source>
+        <translation>Новый пароль: </translation>
+    </message>
+    <message>
+        <source>New password, once more: </source>
+        <translation>Новый пароль ещё раз: </translation>
+    </message>
+    <message>
+        <source>The two passwords are not the same. Please try again.</source>
+        <translation>Пароли не совпадают. Повторите попытку.</translation>
+    </message>
+    <message>
+        <source>Please wait.</source>
+        <translation>Пожалуйста, подождите.</translation>
+    </message>
+    <message>
+        <source>Please read these lines to the system administrator:</source>
+        <translation>Продиктуйте эти строки системному администратору:</translation>
+    </message>
+    <message>
+        <source>Line %1 of the response (empty to give up): </source>
+        <translation>Строка %1 ответа (пустая — отмена): </translation>
+    </message>
+    <message>
+        <source>There is a mistake in this line. Please check it and try again.</source>
+        <translation>В этой строке ошибка. Проверьте её и повторите попытку.</translation>
+    </message>
+    <message>
+        <source>The response is not accepted. Please check it and try again.</source>
+        <translation>Ответ не принят. Проверьте его и повторите попытку.</translation>
+    </message>
+    <message>
+        <source>The operating system starts.</source>
+        <translation>Операционная система запускается.</translation>
+    </message>
+    <message>
+        <source>The test boot has succeeded.</source>
+        <translation>Тестовая загрузка прошла успешно.</translation>
+    </message>
 </context>
 </TS>

@@ -33,6 +33,7 @@ declare -A may=(
     [host]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
     [host/protocol]='(base|host/protocol)/'
     [host/screen]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host/text]='(base|host/protocol|host/text)/|host/screen/texts.h'
     [host/service]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
     [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'
 )

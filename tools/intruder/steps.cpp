@@ -201,7 +201,6 @@ std::vector<Step> KernelSteps()
         {"userfaultfd", [] { return Calls(SYS_userfaultfd, -1); }},
         {"keyctl", [] { return Calls(SYS_keyctl, -1, 0, 0, 0, 0); }},
         {"a file without a name", [] { return Calls(SYS_memfd_create, nullptr, -1); }},
-        {"load a module", [] { return Calls(SYS_finit_module, -1, nullptr, -1); }},
         {"restart the computer", [] { return Calls(SYS_reboot, 0, 0, 0, nullptr); }},
         {"set the clock", [] { return Calls(SYS_clock_settime, -1, nullptr); }},
     };

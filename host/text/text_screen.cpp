@@ -1,0 +1,274 @@
+#include "host/text/text_screen.h"
+
+#include <sys/random.h>
+
+#include "base/code_string.h"
+
+// Known to the translation tools, which collect the texts from these marks.
+#define QT_TRANSLATE_NOOP(context, text) text
+
+namespace text {
+namespace {
+
+using protocol::VolumeError;
+using volume::Secret;
+
+constexpr char kUserPrompt[] = QT_TRANSLATE_NOOP("pba_host", "User name (? for a forgotten password): ");
+constexpr char kDomainPrompt[] = QT_TRANSLATE_NOOP("pba_host", "Domain (may be empty): ");
+constexpr char kPasswordPrompt[] = QT_TRANSLATE_NOOP("pba_host", "Password: ");
+constexpr char kNewPasswordPrompt[] = QT_TRANSLATE_NOOP("pba_host", "New password: ");
+constexpr char kAgainPrompt[] = QT_TRANSLATE_NOOP("pba_host", "New password, once more: ");
+constexpr char kPasswordsDiffer[] =
+    QT_TRANSLATE_NOOP("pba_host", "The two passwords are not the same. Please try again.");
+constexpr char kPleaseWait[] = QT_TRANSLATE_NOOP("pba_host", "Please wait.");
+constexpr char kReadOut[] =
+    QT_TRANSLATE_NOOP("pba_host", "Please read these lines to the system administrator:");
+constexpr char kResponsePrompt[] =
+    QT_TRANSLATE_NOOP("pba_host", "Line %1 of the response (empty to give up): ");
+constexpr char kLineWrong[] =
+    QT_TRANSLATE_NOOP("pba_host", "There is a mistake in this line. Please check it and try again.");
+constexpr char kResponseRejected[] =
+    QT_TRANSLATE_NOOP("pba_host", "The response is not accepted. Please check it and try again.");
+constexpr char kSystemStarts[] = QT_TRANSLATE_NOOP("pba_host", "The operating system starts.");
+constexpr char kTestBootEnds[] = QT_TRANSLATE_NOOP("pba_host", "The test boot has succeeded.");
+
+constexpr std::size_t kResponseDigits = 16; // and the check digit
+
+const host::MessageText &MessageFor(VolumeError error)
+{
+    switch (error) {
+    case VolumeError::WrongPassword:
+        return host::kWrongPassword;
+    case VolumeError::OutOfMemory:
+        return host::kOutOfMemory;
+    case VolumeError::Vanished:
+        return host::kVolumeVanished;
+    case VolumeError::PasswordTooShort:
+        return host::kPasswordTooShort;
+    case VolumeError::PasswordUnchanged:
+        return host::kPasswordUnchanged;
+    default:
+        return host::kVolumeUnreadable;
+    }
+}
+
+bool AnotherPasswordMayDo(VolumeError error)
+{
+    return error == VolumeError::PasswordTooShort || error == VolumeError::PasswordUnchanged ||
+           error == VolumeError::OutOfMemory;
+}
+
+std::string InGroups(const std::string &line)
+{
+    constexpr std::size_t kGroup = 4;
+    std::string groups = " ";
+    for (std::size_t i = 0; i < line.size(); i += kGroup)
+        groups += " " + line.substr(i, kGroup);
+    return groups;
+}
+
+} // namespace
+
+TextScreen::TextScreen(protocol::Client &client, const Terminal &terminal, const Catalogue &catalogue)
+    : m_client(client)
+    , m_terminal(terminal)
+    , m_catalogue(catalogue)
+{
+}
+
+bool TextScreen::Run()
+{
+    const auto hello = m_client.Ask(protocol::Hello{});
+    Next next = hello && hello->testBoot ? Next::Start : Next::Login;
+    while (next != Next::End && m_client.IsOpen() && !m_client.StopRequested()) {
+        if (next == Next::Login)
+            next = LogIn();
+        else
+            next = next == Next::Start ? Start() : ReplacePassword();
+    }
+    return m_started;
+}
+
+template <typename Request>
+auto TextScreen::AskService(const Request &request)
+{
+    SayLine(m_catalogue.Get(kPleaseWait));
+    auto reply = m_client.Ask(request);
+    m_terminal.Discard();
+    return reply;
+}
+
+TextScreen::Next TextScreen::LogIn()
+{
+    const auto user = m_terminal.Ask(m_catalogue.Get(kUserPrompt), Echo::On);
+    if (!user)
+        return Next::End;
+    if (user->View() == "?")
+        return Recover();
+    if (user->IsEmpty())
+        return Next::Login;
+    const auto domain = m_terminal.Ask(m_catalogue.Get(kDomainPrompt), Echo::On);
+    auto password = domain ? m_terminal.Ask(m_catalogue.Get(kPasswordPrompt), Echo::Off) : std::nullopt;
+    if (!password)
+        return Next::End;
+    return TryPassword(std::string(domain->View()), std::string(user->View()), std::move(*password));
+}
+
+// What cannot be sent, a name of a thousand letters or what is no text, is nobody's.
+TextScreen::Next TextScreen::TryPassword(std::string domain, std::string user, Secret password)
+{
+    const auto reply =
+        AskService(protocol::TryPassword{std::move(domain), std::move(user), std::move(password)});
+    if (reply)
+        return AfterLogin(*reply);
+    if (m_client.IsOpen())
+        Say(host::kWrongPassword);
+    return Next::Login;
+}
+
+TextScreen::Next TextScreen::AfterLogin(const protocol::TryPasswordReply &reply)
+{
+    switch (reply.result) {
+    case protocol::LoginResult::Opened:
+        if (reply.mustReplace)
+            Say(host::kPasswordExpired);
+        else if (reply.hasExpired)
+            Say(host::kExpiredPasswordStays);
+        return reply.mustReplace ? Next::NewPassword : Next::Start;
+    case protocol::LoginResult::Wait:
+        SayLine(m_catalogue.Get(host::kTooManyFailures.text, std::to_string(reply.secondsToWait)));
+        return m_terminal.Wait(std::chrono::seconds(reply.secondsToWait)) ? Next::Login : Next::End;
+    case protocol::LoginResult::Wrong:
+        Say(host::kWrongPassword);
+        return Next::Login;
+    case protocol::LoginResult::Failed:
+        break;
+    }
+    Say(MessageFor(reply.error));
+    return Next::Login;
+}
+
+TextScreen::Next TextScreen::ReplacePassword()
+{
+    auto password = m_terminal.Ask(m_catalogue.Get(kNewPasswordPrompt), Echo::Off);
+    const auto again = password ? m_terminal.Ask(m_catalogue.Get(kAgainPrompt), Echo::Off) : std::nullopt;
+    if (!again)
+        return Next::End;
+    if (password->View() != again->View()) {
+        SayLine(m_catalogue.Get(kPasswordsDiffer));
+        return Next::NewPassword;
+    }
+    const auto reply = AskService(protocol::ReplacePassword{std::move(*password)});
+    return reply ? AfterReplacing(*reply) : Next::NewPassword;
+}
+
+TextScreen::Next TextScreen::AfterReplacing(const protocol::ReplacePasswordReply &reply)
+{
+    if (reply.error == VolumeError::None)
+        return Next::Start;
+    const bool another = AnotherPasswordMayDo(reply.error);
+    Say(another ? MessageFor(reply.error) : host::kPasswordNotSaved);
+    if (another)
+        return Next::NewPassword;
+    return reply.letIn ? Next::Start : Forget();
+}
+
+TextScreen::Next TextScreen::Recover()
+{
+    const auto reply = m_client.Ask(protocol::RecoveryBegin{});
+    if (reply && reply->offer == protocol::RecoveryOffer::Ready)
+        return ShowChallenge(reply->entropyBytes);
+    if (reply)
+        Say(reply->offer == protocol::RecoveryOffer::None ? host::kNoPasswordRecovery
+                                                          : host::kRecoveryCannotSave);
+    return Next::Login;
+}
+
+// The kernel's random numbers do, where nobody moves a pointer: the service adds its own.
+TextScreen::Next TextScreen::ShowChallenge(std::size_t entropyBytes)
+{
+    Secret bytes(protocol::kMaxEntropy);
+    bytes.SetSize(std::min(entropyBytes, bytes.Capacity()));
+    if (getrandom(bytes.Buffer(), bytes.Size(), 0) != static_cast<ssize_t>(bytes.Size()))
+        return Forget();
+    const auto reply = m_client.Ask(protocol::RecoveryEntropy{std::move(bytes)});
+    if (!reply || reply->challenge.empty())
+        return Forget();
+    SayLine(m_catalogue.Get(kReadOut));
+    for (const protocol::CodeLine &line : reply->challenge)
+        SayLine(InGroups(line.text));
+    return AskResponse();
+}
+
+// Empty to give up; nothing when the conversation has ended.
+std::optional<Secret> TextScreen::AskCodeLine(std::size_t row)
+{
+    const std::string prompt = m_catalogue.Get(kResponsePrompt, std::to_string(row + 1));
+    while (auto line = m_terminal.Ask(prompt, Echo::On)) {
+        auto code = recovery::NormaliseCode(line->View());
+        const int place = recovery::kFirstResponseRow + static_cast<int>(row);
+        if (line->IsEmpty())
+            return line;
+        if (code && recovery::IsCodeString(code->View(), kResponseDigits, place))
+            return code;
+        SayLine(m_catalogue.Get(kLineWrong));
+    }
+    return std::nullopt;
+}
+
+TextScreen::Next TextScreen::AskResponse()
+{
+    protocol::RecoveryFinish response;
+    for (std::size_t row = 0; row < protocol::kResponseLines; ++row) {
+        auto line = AskCodeLine(row);
+        if (!line)
+            return Next::End;
+        if (line->IsEmpty())
+            return Forget();
+        response.lines[row] = std::move(*line);
+    }
+    const auto reply = AskService(response);
+    return reply ? AfterResponse(*reply) : Forget();
+}
+
+TextScreen::Next TextScreen::AfterResponse(const protocol::RecoveryFinishReply &reply)
+{
+    switch (reply.result) {
+    case protocol::RecoveryResult::Accepted:
+        Say(host::kRecoveryNewPassword);
+        return Next::NewPassword;
+    case protocol::RecoveryResult::RejectedTooOften:
+        Say(host::kRecoveryRejectedTooOften);
+        return Forget();
+    case protocol::RecoveryResult::Rejected:
+        SayLine(m_catalogue.Get(kResponseRejected));
+        break;
+    case protocol::RecoveryResult::UnknownUser:
+        Say(host::kRecoveryUnknownUser);
+        break;
+    case protocol::RecoveryResult::Failed:
+        Say(MessageFor(reply.error));
+        break;
+    }
+    return AskResponse();
+}
+
+TextScreen::Next TextScreen::Forget()
+{
+    m_client.Ask(protocol::Forget{});
+    return Next::Login;
+}
+
+TextScreen::Next TextScreen::Start()
+{
+    const auto reply = m_client.Ask(protocol::Start{});
+    const bool testBoot = reply && reply->result == protocol::StartResult::TestBootEnded;
+    m_started = testBoot || (reply && reply->result == protocol::StartResult::Started);
+    if (m_started)
+        SayLine(m_catalogue.Get(testBoot ? kTestBootEnds : kSystemStarts));
+    else
+        Say(host::kVolumeUnreadable);
+    return m_started ? Next::End : Next::Login;
+}
+
+} // namespace text

@@ -1,0 +1,220 @@
+// pba_text on a terminal of its own, with a service that follows a script.
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utmp.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include "base/code_string.h"
+#include "host/protocol/server.h"
+#include "host/protocol/socket_channel.h"
+#include "tests/support/test_main.h"
+
+using namespace protocol;
+
+namespace {
+
+// Somebody at a serial line, and the service at the other end.
+class Line
+{
+public:
+    explicit Line(const QByteArray &root)
+        : Line(root, SocketChannel::MakeSockets())
+    {
+    }
+    ~Line()
+    {
+        close(m_master);
+        close(m_slave);
+    }
+
+    Server server;
+    QByteArray shown;
+
+    void Expect(const QByteArray &text)
+    {
+        char bytes[256];
+        while (!shown.contains(text)) {
+            pollfd entry{m_master, POLLIN, 0};
+            const ssize_t size = poll(&entry, 1, 20000) == 1 ? read(m_master, bytes, sizeof bytes) : -1;
+            if (size <= 0)
+                qFatal("not shown: %s, but %s", text.constData(), shown.constData());
+            shown.append(bytes, size);
+        }
+        const qsizetype end = shown.indexOf(text) + text.size();
+        seen += shown.first(end);
+        shown.remove(0, end);
+    }
+    void Type(const QByteArray &line)
+    {
+        if (write(m_master, line + '\r', line.size() + 1) != line.size() + 1)
+            qFatal("nothing can be typed");
+    }
+    void Answer(const QByteArray &prompt, const QByteArray &line)
+    {
+        Expect(prompt);
+        Type(line);
+    }
+    template <typename Wanted>
+    Wanted Serve(const typename Wanted::Reply &reply)
+    {
+        auto request = server.Receive(std::chrono::minutes(1));
+        if (!request || !std::holds_alternative<Wanted>(*request) || !server.Reply(reply))
+            qFatal("not the request that was expected: %s", Describe(server.WhyClosed()));
+        return std::get<Wanted>(std::move(*request));
+    }
+    // The exit code; the terminal is as it was.
+    int End()
+    {
+        int status = -1;
+        waitpid(m_program, &status, 0);
+        termios after{};
+        tcgetattr(m_slave, &after);
+        const bool same = after.c_lflag == m_before.c_lflag && after.c_iflag == m_before.c_iflag;
+        return same && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    QByteArray seen;
+
+private:
+    Line(const QByteArray &root, std::pair<int, int> ends)
+        : server(std::make_unique<SocketChannel>(ends.first))
+    {
+        if (openpty(&m_master, &m_slave, nullptr, nullptr, nullptr) != 0)
+            qFatal("no terminal");
+        tcgetattr(m_slave, &m_before);
+        m_program = fork();
+        if (m_program == 0) {
+            login_tty(dup(m_slave));
+            const int channel = dup(ends.second); // not close-on-exec
+            execl(PBA_TEXT, PBA_TEXT, "--channel", QByteArray::number(channel).constData(), "--root",
+                  root.constData(), nullptr);
+            _exit(127);
+        }
+        close(ends.second);
+    }
+
+    int m_master = -1;
+    int m_slave = -1;
+    pid_t m_program = -1;
+    termios m_before{};
+};
+
+TryPasswordReply LoginReply(LoginResult result, std::uint32_t seconds = 0, bool mustReplace = false)
+{
+    return {result, seconds, VolumeError::None, mustReplace, mustReplace};
+}
+
+QByteArray ResponseLine(int row)
+{
+    recovery::CodeWriter writer(16);
+    for (int i = 0; i < 16; ++i)
+        writer.Put(row + i, 5);
+    const volume::Secret line = writer.Row(0, 16, recovery::kFirstResponseRow + row);
+    return {line.Data(), static_cast<qsizetype>(line.Size())};
+}
+
+} // namespace
+
+class TextTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_root.emplace();
+        QVERIFY(QFile::link(QStringLiteral(PBA_TEXTS "/de"), m_root->filePath("pba")));
+    }
+
+    // Wrong, to wait, expired, unequal, too short, replaced: in the language of the root, and no password on
+    // the line.
+    void login()
+    {
+        Line line(m_root->path().toUtf8());
+        line.Serve<Hello>({true, false, false, false, 8});
+        line.Answer("Benutzername", "");
+        line.Answer("Benutzername", "j\u00f6rg");
+        line.Answer("Dom\u00e4ne", "OFFICE");
+        line.Answer("Kennwort: ", "wrong one");
+        const auto tried = line.Serve<TryPassword>(LoginReply(LoginResult::Wrong));
+        QCOMPARE(tried.user, std::string("j\u00f6rg"));
+        QCOMPARE(tried.domain, std::string("OFFICE"));
+        QCOMPARE(tried.password.View(), std::string_view("wrong one"));
+        line.Answer("ist falsch", "");
+        line.Answer("Benutzername", "anna");
+        line.Answer("Dom\u00e4ne", "");
+        line.Answer("Kennwort: ", "wrong two");
+        line.Serve<TryPassword>(LoginReply(LoginResult::Wait, 1));
+        line.Expect("1.");
+        line.Answer("Benutzername", "anna");
+        line.Answer("Dom\u00e4ne", "");
+        line.Answer("Kennwort: ", "wrong three");
+        line.Serve<TryPassword>(LoginReply(LoginResult::Opened, 0, true));
+        line.Expect("abgelaufen");
+        for (const auto &[first, second] : {std::pair("wrong four", "wrong five"), {"wrong", "wrong"}}) {
+            line.Answer("Neues Kennwort: ", first);
+            line.Answer("noch einmal: ", second);
+        }
+        line.Serve<ReplacePassword>({VolumeError::PasswordTooShort, true});
+        line.Answer("Neues Kennwort: ", "wrong enough");
+        line.Answer("noch einmal: ", "wrong enough");
+        QCOMPARE(line.Serve<ReplacePassword>({VolumeError::None, true}).password.View(),
+                 std::string_view("wrong enough"));
+        line.Serve<Start>({StartResult::Started});
+        line.Expect("startet");
+        QCOMPARE(line.End(), 0);
+        QVERIFY2(!line.seen.contains("wrong"), line.seen);
+    }
+
+    void recovery()
+    {
+        Line line("/nowhere");
+        line.Serve<Hello>({true, false, false, false, 8});
+        line.Answer("User name", "?");
+        line.Serve<RecoveryBegin>({RecoveryOffer::Ready, 32});
+        QCOMPARE(line.Serve<RecoveryEntropy>({{{"21X3FJY1884KS2VN"}}}).bytes.Size(), 32u);
+        line.Expect("21X3 FJY1 884K S2VN");
+        line.Answer("Line 1", ResponseLine(1));
+        line.Expect("mistake");
+        for (const auto result : {RecoveryResult::Rejected, RecoveryResult::Accepted}) {
+            line.Answer("Line 1", ResponseLine(0).toLower());
+            line.Answer("Line 2", ResponseLine(1).insert(4, ' '));
+            const auto response = line.Serve<RecoveryFinish>({result, VolumeError::None, "", "anna"});
+            QCOMPARE(response.lines[1].View(), std::string_view(ResponseLine(1)));
+        }
+        line.Answer("New password: ", "paper-boat");
+        line.Answer("once more: ", "paper-boat");
+        line.Serve<ReplacePassword>({VolumeError::NotReplaceable, false});
+        line.Serve<Forget>({});
+        line.Answer("User name", "?");
+        line.Serve<RecoveryBegin>({RecoveryOffer::None, 0});
+        line.Expect("no password recovery");
+        line.Expect("User name");
+    }
+
+    // Of the service, by its wish, and of the line: in the middle of a password.
+    void ends()
+    {
+        for (const bool tells : {false, true}) {
+            Line line(m_root->path().toUtf8());
+            line.Serve<Hello>({true, false, false, false, 8});
+            line.Answer("Benutzername", "anna");
+            line.Answer("Dom\u00e4ne", "");
+            line.Expect("Kennwort: ");
+            if (tells)
+                QVERIFY(line.server.Tell(Stop{}));
+            else
+                line.server.Close();
+            QCOMPARE(line.End(), 1);
+        }
+    }
+
+private:
+    std::optional<QTemporaryDir> m_root;
+};
+
+PBA_REGISTER_TEST(TextTest);
+#include "tst_text.moc"
