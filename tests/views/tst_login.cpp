@@ -216,7 +216,8 @@ private slots:
             for (int times = 0; times < 2; ++times)
                 QCOMPARE(enter(u"n3w"_qs, u"n3w"_qs), "ChangePassword(n3w)");
             QCOMPARE(session.host.Count("ChangePassword(n3w)"), 1);
-            QTRY_COMPARE(Session::Label("changePasswordUserNameLabel")->text(), u"Domain: DOM%1, User: u%0");
+            QTRY_COMPARE(session.host.calls.last(), "PrepareChangePassword");
+            QCOMPARE(Session::Label("changePasswordUserNameLabel")->text(), u"Domain: DOM%1, User: u%0");
             Session::Click("cancelPasswordChange");
             QCOMPARE(session.host.calls.last(), "CancelChangePassword");
         });
