@@ -175,10 +175,14 @@ private slots:
         });
     }
 
-    // Each once, whichever widgets it passes on its way up.
+    // Each once, whichever widgets it passes on its way up. Keys that waited are dropped behind them too.
     void MovesOfThePointer()
     {
         RecoverySession session("", 1);
+        session.host.actions["SetEntropy"] = [&] {
+            session.host.recoveryView->ShowChallenge({});
+            PostWaitingInput();
+        };
         session.Play([&] {
             RecoverySession::Begin();
             QVERIFY(!QCoreApplication::testAttribute(Qt::AA_CompressHighFrequencyEvents));
@@ -190,6 +194,8 @@ private slots:
                 QTest::mouseMove(window, place + QPoint(move, 0));
             }
             QTRY_COMPARE(session.host.entropy.size(), 1);
+            QTest::qWait(1);
+            QCOMPARE(Session::Screen(), 3);
         });
     }
 
