@@ -14,10 +14,10 @@ namespace host {
 
 using volume::Error;
 
-PasswordLogin::PasswordLogin(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
+PasswordLogin::PasswordLogin(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
                              bool autologonAllowed)
-    : m_osStart(osStart)
-    , m_gate(osStart, throttle)
+    : m_unlockSession(unlockSession)
+    , m_gate(unlockSession, throttle)
     , m_texts(texts)
     , m_autologonAllowed(autologonAllowed)
 {
@@ -77,9 +77,9 @@ kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::w
 
 kro::result_t PasswordLogin::GoOn()
 {
-    if (m_osStart.MustReplacePassword())
+    if (m_unlockSession.MustReplacePassword())
         return RequireNewPassword(kPasswordExpired);
-    if (m_osStart.HasExpired())
+    if (m_unlockSession.HasExpired())
         m_texts.Show(m_view, kExpiredPasswordStays);
     return m_view->ShowLoggedIn();
 }
@@ -117,7 +117,7 @@ kro::result_t PasswordLogin::GetPasswordChangeInfo(bool *changeAllowed, kro::wst
                                                    kro::wstring_t *message)
 {
     return Guarded([&] {
-        *changeAllowed = m_osStart.CheckReplaceable() == Error::None;
+        *changeAllowed = m_unlockSession.CheckReplaceable() == Error::None;
         *title = m_texts.Get(kNoPasswordChange.title);
         *message = m_texts.Get(kNoPasswordChange.text);
         return kro::kOk;
@@ -133,7 +133,7 @@ kro::result_t PasswordLogin::RequireNewPassword(const MessageText &why)
 kro::result_t PasswordLogin::PrepareChangePassword(kro::wstring_t *domain, kro::wstring_t *userName)
 {
     return Guarded([&] {
-        const volume::UserName &name = m_osStart.Name();
+        const volume::UserName &name = m_unlockSession.Name();
         domain->Assign(volume::ToUtf16(name.domain));
         userName->Assign(volume::ToUtf16(name.user));
         return name.user.empty() ? kro::kProhibited : kro::kOk;
@@ -172,15 +172,15 @@ kro::result_t PasswordLogin::RefusePassword(Error error)
     if (error == Error::PasswordTooShort || error == Error::PasswordUnchanged || error == Error::OutOfMemory)
         return m_texts.Show(m_view, MessageFor(error));
     m_texts.Show(m_view, kPasswordNotSaved);
-    if (!m_osStart.HasRecovered())
+    if (!m_unlockSession.HasRecovered())
         return m_view->ShowLoggedIn();
-    m_osStart.Forget();
+    m_unlockSession.Forget();
     return m_view->GetMainView()->ShowInitialScreen();
 }
 
 kro::result_t PasswordLogin::CancelChangePassword()
 {
-    return m_osStart.MustReplacePassword() ? kro::kProhibited : ConfirmLoggedIn();
+    return m_unlockSession.MustReplacePassword() ? kro::kProhibited : ConfirmLoggedIn();
 }
 
 } // namespace host

@@ -47,11 +47,11 @@ volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Volume
 }
 
 // The view's own result tells less: a view that was stopped answers with a failure too.
-int ExitCode(const OsStart &osStart)
+int ExitCode(const UnlockSession &unlockSession)
 {
-    if (osStart.HasTestBootEnded())
+    if (unlockSession.HasTestBootEnded())
         return kExitTestBootEnded;
-    if (osStart.HasStarted())
+    if (unlockSession.HasStarted())
         return kExitStarted;
     return StopRequested() ? kExitSignal : kExitViewFailed;
 }
@@ -87,7 +87,7 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
     Clock clock;
-    OsStart osStart(
+    UnlockSession unlockSession(
         volume, clock,
         {line.mapperName, line.testBoot, !line.noPasswordLogin, volume::ActivationFlags(line.mapperOptions)});
     FinishPending(&volume);
@@ -95,10 +95,10 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
     LoginThrottle throttle(*store, clock, [&volume] { return volume.GetPolicy(); });
     if (line.stateInHeader && throttle.FormerLogin())
         RestoreLastLogin(*throttle.FormerLogin());
-    BusinessLogic logic(osStart, throttle, texts,
+    BusinessLogic logic(unlockSession, throttle, texts,
                         {line.autologonAllowed && volume.GetPolicy().autologonAllowed, line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
-    const int exitCode = ExitCode(osStart);
+    const int exitCode = ExitCode(unlockSession);
     if (exitCode == kExitViewFailed) {
         std::cerr << "pba_host: the view ended without a login, with the code 0x" << std::hex
                   << static_cast<std::uint32_t>(result) << "; the log tells more\n";

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "host/service/login_throttle.h"
-#include "host/service/os_start.h"
+#include "host/service/unlock_session.h"
 
 namespace host {
 
 class PasswordGate
 {
 public:
-    PasswordGate(OsStart &osStart, LoginThrottle &throttle)
-        : m_osStart(osStart)
+    PasswordGate(UnlockSession &unlockSession, LoginThrottle &throttle)
+        : m_unlockSession(unlockSession)
         , m_throttle(throttle)
     {
     }
@@ -22,11 +22,11 @@ public:
     };
     // On what the header holds now: somebody else may have set a password or a policy.
     Answer Try(const volume::UserName &name, const volume::Secret &password);
-    // For whoever was let in last; a success ends the failures before it. See OsStart::ReplacePassword.
+    // For whoever was let in last; a success ends the failures before it. See UnlockSession::ReplacePassword.
     volume::Error Replace(const volume::Secret &password);
 
 private:
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     LoginThrottle &m_throttle;
 };
 

@@ -12,16 +12,16 @@ constexpr int kMaxRejections = 5; // far more than mistypings that the check dig
 
 } // namespace
 
-RecoverySession::RecoverySession(OsStart &osStart)
-    : m_osStart(osStart)
-    , m_volume(osStart.GetVolume())
+RecoverySession::RecoverySession(UnlockSession &unlockSession)
+    : m_unlockSession(unlockSession)
+    , m_volume(unlockSession.GetVolume())
 {
 }
 
 RecoverySession::Beginning RecoverySession::Begin()
 {
     End();
-    m_osStart.LookAnew();
+    m_unlockSession.LookAnew();
     std::optional<recovery::Found> found = recovery::Find(m_volume);
     if (!found)
         return Beginning::NoRecovery;
@@ -33,7 +33,7 @@ RecoverySession::Beginning RecoverySession::Begin()
 
 void RecoverySession::Restart()
 {
-    m_osStart.Forget();
+    m_unlockSession.Forget();
     m_ephemeral.reset();
     m_acceptedLines = 0;
     m_rejections = 0;
@@ -81,7 +81,7 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
     const auto response = recovery::Response::Open(*m_ephemeral, m_found->enrolment, lines);
     if (!response)
         return Reject(Error::WrongPassword);
-    m_osStart.LookAnew();
+    m_unlockSession.LookAnew();
     const std::optional<volume::UserName> name = response->FindUser(m_volume.Users());
     volume::Secret volumeKey;
     if (const Error error = OpenKeyslot(*response, name.has_value(), &volumeKey); error != Error::None)
@@ -91,7 +91,7 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
         return {Answer::UnknownUser};
     }
     Log(kLogCalls, "Recovery: the response is right.");
-    m_osStart.Recover(*name, std::move(volumeKey));
+    m_unlockSession.Recover(*name, std::move(volumeKey));
     return {Answer::Accepted};
 }
 

@@ -63,10 +63,10 @@ private slots:
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kProhibited);
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", kWrong, "SelectPassword"}));
         QCOMPARE(host.Login(u"OFFICE", u"boris", u"paper boat"), kro::kOk);
-        QVERIFY(!host.osStart.HasStarted());
+        QVERIFY(!host.unlockSession.HasStarted());
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kOk);
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", "StartingOs", "Close"}));
-        QVERIFY(host.osStart.HasStarted() && !host.osStart.HasTestBootEnded());
+        QVERIFY(host.unlockSession.HasStarted() && !host.unlockSession.HasTestBootEnded());
     }
 
     // A known user and a stranger are answered alike, but for what the keyboard has to do with it.
@@ -318,7 +318,7 @@ private slots:
         host.Login(u"", u"anna", kRight);
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kUnspecifiedError);
         QCOMPARE(host.view.TakeCalls(), Calls{"LoggedIn"});
-        QVERIFY(!host.osStart.HasStarted() && fake_pbe::LogText().contains("cannot be mapped"));
+        QVERIFY(!host.unlockSession.HasStarted() && fake_pbe::LogText().contains("cannot be mapped"));
     }
 
     void whatHappensDuringAMessage()

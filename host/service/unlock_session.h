@@ -1,5 +1,6 @@
-// Whether the operating system may start, and its start: the one place that decides. The view asking for it
-// proves nothing; an opened keyslot in this host's own hands does, and so does a test boot.
+// An unlock session: who was let in and by what, whether that password must be replaced first, and whether
+// the operating system may start: the one place that decides. The view asking for it proves nothing; an
+// opened keyslot in this host's own hands does, and so does a test boot.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 
 namespace host {
 
-struct StartOptions
+struct UnlockOptions
 {
     std::string mapperName; // empty: a right password is enough, nothing is mapped
     bool testBoot = false;
@@ -20,11 +21,11 @@ struct StartOptions
     std::uint32_t mapperFlags = 0; // of libcryptsetup
 };
 
-class OsStart
+class UnlockSession
 {
 public:
     // `clock` says which passwords have expired; it must outlive this object.
-    OsStart(volume::Volume &volume, const Clock &clock, StartOptions options);
+    UnlockSession(volume::Volume &volume, const Clock &clock, UnlockOptions options);
 
     volume::Volume &GetVolume() { return m_volume; }
     bool IsTestBoot() const { return m_options.testBoot; }
@@ -68,7 +69,7 @@ private:
 
     volume::Volume &m_volume;
     const Clock &m_clock;
-    StartOptions m_options;
+    UnlockOptions m_options;
     volume::UserName m_name;
     volume::Secret m_volumeKey; // kept for mapping and for a new password
     bool m_opened = false;
