@@ -58,11 +58,11 @@ kro::result_t PasswordLogin::Login(const kro::wstring_t &domain, const kro::wstr
 kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
                                       const kro::wstring_t &password)
 {
-    const volume::UserName name{volume::ToUtf8(domain.View()), volume::ToUtf8(userName.View())};
+    const volume::UserName name{base::ToUtf8(domain.View()), base::ToUtf8(userName.View())};
     PasswordGate::Answer answer{Error::None};
     {
         const BusyScope busy;
-        answer = m_gate.Try(name, volume::ToSecretUtf8(password.View()));
+        answer = m_gate.Try(name, base::ToSecretUtf8(password.View()));
     }
     // Who ended the program meanwhile does not want the system to start.
     if (StopRequested())
@@ -102,7 +102,7 @@ kro::result_t PasswordLogin::Refuse(Error error)
 kro::result_t PasswordLogin::RefuseForNow(std::uint32_t secondsLeft)
 {
     Log(kLogCalls, "Login refused: too many failures before.");
-    const std::u16string seconds = volume::ToUtf16(std::to_string(secondsLeft));
+    const std::u16string seconds = base::ToUtf16(std::to_string(secondsLeft));
     m_texts.Show(m_view, kTooManyFailures, m_texts.Get(kTooManyFailures.text, seconds).View());
     m_view->SelectPassword();
     return kro::kOk;
@@ -134,8 +134,8 @@ kro::result_t PasswordLogin::PrepareChangePassword(kro::wstring_t *domain, kro::
 {
     return Guarded([&] {
         const volume::UserName &name = m_unlockSession.Name();
-        domain->Assign(volume::ToUtf16(name.domain));
-        userName->Assign(volume::ToUtf16(name.user));
+        domain->Assign(base::ToUtf16(name.domain));
+        userName->Assign(base::ToUtf16(name.user));
         return name.user.empty() ? kro::kProhibited : kro::kOk;
     });
 }
@@ -150,7 +150,7 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
     Error error = Error::None;
     {
         const BusyScope busy;
-        error = m_gate.Replace(volume::ToSecretUtf8(newPassword.View()));
+        error = m_gate.Replace(base::ToSecretUtf8(newPassword.View()));
     }
     if (StopRequested())
         return kro::kOk;

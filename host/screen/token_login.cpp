@@ -101,7 +101,7 @@ std::vector<std::string> TokenLogin::Names(const std::vector<Token> &tokens) con
     std::vector<std::string> names = token::DisplayNames(tokens);
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (tokens[i].HasPinPad())
-            names[i] = Replace(volume::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
+            names[i] = Replace(base::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
     }
     return names;
 }
@@ -180,7 +180,7 @@ Error TokenLogin::Open(const Token &token, std::string_view pin, volume::Error *
     if (error != Error::None)
         return error;
     for (const token::Enrolment &enrolment : enrolments) {
-        error = token::Unwrap(session, enrolment, [&](const volume::Secret &passphrase) {
+        error = token::Unwrap(session, enrolment, [&](const base::Secret &passphrase) {
             const volume::Error opened = m_unlockSession.OpenKeyslots(enrolment.keyslots, passphrase);
             // What another key makes of it is wrong as a rule, and hides no fault of the volume.
             if (opened != volume::Error::WrongPassword)

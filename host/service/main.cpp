@@ -25,7 +25,7 @@ using namespace host;
 
 int Refuse(const std::string &what, int exitCode = kExitUsage)
 {
-    std::cerr << "pba_host: " << volume::Printable(what) << '\n';
+    std::cerr << "pba_host: " << base::Printable(what) << '\n';
     return exitCode;
 }
 
@@ -133,15 +133,14 @@ int Main(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    volume::ProtectProcess();
-    volume::LockMemory();
+    base::ProtectProcess();
+    base::LockMemory();
     try {
         return Main(argc, argv);
     } catch (const std::bad_alloc &) {
         std::fputs("pba_host: not enough memory\n", stderr);
     } catch (const std::exception &fault) {
-        std::cerr << "pba_host: internal fault, please report it: " << volume::Printable(fault.what())
-                  << '\n';
+        std::cerr << "pba_host: internal fault, please report it: " << base::Printable(fault.what()) << '\n';
     }
     return kExitViewFailed;
 }

@@ -4,7 +4,7 @@ namespace host {
 
 using volume::Error;
 
-PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const volume::Secret &password)
+PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const base::Secret &password)
 {
     m_unlockSession.Forget();
     if (!m_unlockSession.TakesPasswords())
@@ -22,7 +22,7 @@ PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const volum
     return {error};
 }
 
-Error PasswordGate::Replace(const volume::Secret &password)
+Error PasswordGate::Replace(const base::Secret &password)
 {
     const Error error = m_unlockSession.ReplacePassword(password);
     if (error == Error::None || error == Error::OldPasswordStays)

@@ -21,9 +21,9 @@ public:
         std::uint32_t secondsToWait = 0; // above 0 the password was not tried
     };
     // On what the header holds now: somebody else may have set a password or a policy.
-    Answer Try(const volume::UserName &name, const volume::Secret &password);
+    Answer Try(const volume::UserName &name, const base::Secret &password);
     // For whoever was let in last; a success ends the failures before it. See UnlockSession::ReplacePassword.
-    volume::Error Replace(const volume::Secret &password);
+    volume::Error Replace(const base::Secret &password);
 
 private:
     UnlockSession &m_unlockSession;

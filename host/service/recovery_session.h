@@ -52,7 +52,7 @@ public:
 
 private:
     Verdict Try(const recovery::ResponseLines &lines);
-    volume::Error OpenKeyslot(const recovery::Response &response, bool hasTag, volume::Secret *volumeKey);
+    volume::Error OpenKeyslot(const recovery::Response &response, bool hasTag, base::Secret *volumeKey);
     void NoteUse();
     Verdict Reject(volume::Error error);
 

@@ -25,7 +25,7 @@ void UnlockSession::LookAnew()
         Log(kLogErrors, std::string("The header cannot be read anew: ") + volume::Describe(error));
 }
 
-Error UnlockSession::OpenVolume(const volume::UserName &name, const volume::Secret &password)
+Error UnlockSession::OpenVolume(const volume::UserName &name, const base::Secret &password)
 {
     Forget();
     if (!TakesPasswords())
@@ -39,7 +39,7 @@ Error UnlockSession::OpenVolume(const volume::UserName &name, const volume::Secr
     return error;
 }
 
-Error UnlockSession::OpenKeyslots(const std::vector<int> &keyslots, const volume::Secret &passphrase)
+Error UnlockSession::OpenKeyslots(const std::vector<int> &keyslots, const base::Secret &passphrase)
 {
     Forget();
     Error error = Error::WrongPassword;
@@ -50,7 +50,7 @@ Error UnlockSession::OpenKeyslots(const std::vector<int> &keyslots, const volume
     return error;
 }
 
-void UnlockSession::Recover(const volume::UserName &name, volume::Secret volumeKey)
+void UnlockSession::Recover(const volume::UserName &name, base::Secret volumeKey)
 {
     Forget();
     m_name = name;
@@ -81,7 +81,7 @@ bool UnlockSession::HasExpired() const
     return user && volume::HasExpired(m_volume.GetPolicy(), *user, m_clock.Now());
 }
 
-Error UnlockSession::ReplacePassword(const volume::Secret &password)
+Error UnlockSession::ReplacePassword(const base::Secret &password)
 {
     if (!m_opened && !m_recovered)
         return Error::WrongPassword;

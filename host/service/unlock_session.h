@@ -38,12 +38,12 @@ public:
     // Whether anybody may log on by password here; whoever came in by the recovery sets one all the same.
     bool TakesPasswords() const { return m_options.passwordLogin; }
     // By a user's password; forgets by itself. Prohibited where none are taken.
-    [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const volume::Secret &password);
+    [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const base::Secret &password);
     // By the first of these keyslots that the passphrase opens; forgets by itself.
     [[nodiscard]] volume::Error OpenKeyslots(const std::vector<int> &keyslots,
-                                             const volume::Secret &passphrase);
+                                             const base::Secret &passphrase);
     // This person has lost the password and proven another way in: nothing starts until it is replaced.
-    void Recover(const volume::UserName &name, volume::Secret volumeKey);
+    void Recover(const volume::UserName &name, base::Secret volumeKey);
     // Who was let in last, empty after Forget; only then a password may be replaced.
     const volume::UserName &Name() const { return m_name; }
     bool HasRecovered() const { return m_recovered; }
@@ -55,7 +55,7 @@ public:
     bool MustReplacePassword() const { return m_mustReplace || m_recovered; }
     // As the volume's policy allows. OldPasswordStays counts as replaced. When it fails for another reason
     // than the password, an expired one does for this time.
-    [[nodiscard]] volume::Error ReplacePassword(const volume::Secret &password);
+    [[nodiscard]] volume::Error ReplacePassword(const base::Secret &password);
 
     // Maps the volume when it is to be mapped. kProhibited without an opened keyslot; may be repeated.
     kro::result_t Start();
@@ -71,7 +71,7 @@ private:
     const Clock &m_clock;
     UnlockOptions m_options;
     volume::UserName m_name;
-    volume::Secret m_volumeKey; // kept for mapping and for a new password
+    base::Secret m_volumeKey; // kept for mapping and for a new password
     bool m_opened = false;
     bool m_recovered = false;
     bool m_mustReplace = false;

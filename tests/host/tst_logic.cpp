@@ -25,7 +25,7 @@ QByteArray Settings(std::uint32_t layout, const char16_t *name)
 {
     pba::ConstantSettingsRecord record;
     record.prebootSettings.inputLanguages = {{1033, u"English", {{layout, name, {}}}}};
-    return QByteArray::fromStdString(admin::EncodeSettings(record));
+    return QByteArray::fromStdString(pba::EncodeSettings(record));
 }
 
 // As on a volume from a computer with more memory than any has.
@@ -197,7 +197,7 @@ private slots:
         host::LoginThrottle throttle(store, host.clock, [] { return volume::Policy(); });
         throttle.BeginAttempt();
         const auto other = scratch.Open();
-        volume::Secret key;
+        base::Secret key;
         QCOMPARE(other->Authorise(MakeSecret(ScratchVolume::kPassword), &key), volume::Error::None);
         const std::string secret = "paper ship";
         const auto cost = volume::KeyCost::ForRandomSecret();
