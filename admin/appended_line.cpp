@@ -36,7 +36,7 @@ AppendedLine::AppendedLine(const std::string &path, const std::string &line)
         Write((last == '\n' ? "" : "\n") + line + "\n");
         if (fsync(m_file) != 0)
             Fail();
-        volume::MakeNameDurable(m_path);
+        base::MakeNameDurable(m_path);
     } catch (...) {
         TakeBack();
         close(m_file);

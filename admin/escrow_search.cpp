@@ -143,7 +143,7 @@ Index FindIndex(const Escrow &escrow)
         index = SortRecords(escrow);
         WriteIndex(escrow, *index);
     } catch (const Failure &failure) {
-        std::cerr << "pba_admin: note: " << volume::Printable(failure.Lines().front())
+        std::cerr << "pba_admin: note: " << base::Printable(failure.Lines().front())
                   << "; without it each search reads the whole escrow\n";
     }
     return index ? std::move(*index) : SortRecords(escrow);

@@ -10,7 +10,7 @@ namespace admin {
 
 Failure FileFailure(const std::string &path, const char *what, int error)
 {
-    const std::filesystem::path directory = volume::DirectoryOf(path);
+    const std::filesystem::path directory = base::DirectoryOf(path);
     std::error_code unknown;
     const bool noDirectory = error == ENOENT && !std::filesystem::exists(directory, unknown);
     return Failure(path + ": " + what + ": " +

@@ -107,15 +107,15 @@ int ReadByte(int file, const SignalWatch *signals, char *byte)
     return count > 0 ? 1 : 0;
 }
 
-void DropCarriageReturn(volume::Secret *line)
+void DropCarriageReturn(base::Secret *line)
 {
     if (!line->IsEmpty() && line->View().back() == '\r')
         line->SetSize(line->Size() - 1);
 }
 
-LineStatus ReadLine(int file, const SignalWatch *signals, volume::Secret *line)
+LineStatus ReadLine(int file, const SignalWatch *signals, base::Secret *line)
 {
-    *line = volume::Secret(kMaxLineBytes + 1); // room for a carriage return
+    *line = base::Secret(kMaxLineBytes + 1); // room for a carriage return
     bool fits = true;
     bool any = false;
     char byte = 0;
@@ -135,12 +135,12 @@ LineStatus ReadLine(int file, const SignalWatch *signals, volume::Secret *line)
 
 } // namespace
 
-LineStatus ReadSecretLine(int file, volume::Secret *line)
+LineStatus ReadSecretLine(int file, base::Secret *line)
 {
     return ReadLine(file, nullptr, line);
 }
 
-LineStatus AskSecretLine(const char *prompt, volume::Secret *line)
+LineStatus AskSecretLine(const char *prompt, base::Secret *line)
 {
     const SignalWatch signals;
     const SilentTerminal terminal;

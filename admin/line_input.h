@@ -13,10 +13,10 @@ enum class LineStatus {
 };
 
 // Reads up to the end of the line, which is not part of `*line`; a longer line is consumed whole.
-LineStatus ReadSecretLine(int file, volume::Secret *line);
+LineStatus ReadSecretLine(int file, base::Secret *line);
 
 // Asks at the terminal of this process, whatever its standard streams are, without echo. The terminal is as
 // before when it returns, and when a signal ends the program. Throws Failure without a terminal.
-LineStatus AskSecretLine(const char *prompt, volume::Secret *line);
+LineStatus AskSecretLine(const char *prompt, base::Secret *line);
 
 } // namespace admin

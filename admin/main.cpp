@@ -35,7 +35,7 @@ struct Arguments
 int Report(const std::vector<std::string> &lines, int exitCode)
 {
     for (const std::string &line : lines)
-        std::cerr << "pba_admin: " << volume::Printable(line) << '\n';
+        std::cerr << "pba_admin: " << base::Printable(line) << '\n';
     return exitCode;
 }
 
@@ -79,7 +79,7 @@ int RunCommand(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    volume::ProtectProcess();
+    base::ProtectProcess();
     try {
         return RunCommand(argc, argv);
     } catch (const std::bad_alloc &) { // also from telling another failure

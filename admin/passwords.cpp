@@ -19,10 +19,10 @@ bool IsControlCharacter(char c)
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
-void CheckNewPassword(const volume::Secret &password)
+void CheckNewPassword(const base::Secret &password)
 {
     const std::string_view text = password.View();
-    const std::optional<std::size_t> units = volume::Utf16Length(text);
+    const std::optional<std::size_t> units = base::Utf16Length(text);
     if (text.empty())
         throw Failure("the new password is empty");
     if (!units || std::any_of(text.begin(), text.end(), IsControlCharacter))
@@ -33,9 +33,9 @@ void CheckNewPassword(const volume::Secret &password)
 
 } // namespace
 
-volume::Secret PasswordSource::Read(const char *prompt) const
+base::Secret PasswordSource::Read(const char *prompt) const
 {
-    volume::Secret password;
+    base::Secret password;
     LineStatus status = LineStatus::Interrupted;
     while (status == LineStatus::Interrupted)
         status =
@@ -47,34 +47,34 @@ volume::Secret PasswordSource::Read(const char *prompt) const
     return password;
 }
 
-volume::Secret PasswordSource::Existing() const
+base::Secret PasswordSource::Existing() const
 {
     return Read("Existing password of the volume: ");
 }
 
-volume::Secret PasswordSource::Pin() const
+base::Secret PasswordSource::Pin() const
 {
     return Read("PIN of the token: ");
 }
 
-volume::Secret PasswordSource::New() const
+base::Secret PasswordSource::New() const
 {
-    volume::Secret password = Read("New password: ");
+    base::Secret password = Read("New password: ");
     CheckNewPassword(password);
     if (!m_fromStandardInput && Read("New password again: ").View() != password.View())
         throw Failure("the two passwords differ; nothing was changed");
     return password;
 }
 
-volume::Secret PasswordSource::Passphrase() const
+base::Secret PasswordSource::Passphrase() const
 {
     return Read("Passphrase of the administrator's key: ");
 }
 
-volume::Secret PasswordSource::NewPassphrase() const
+base::Secret PasswordSource::NewPassphrase() const
 {
-    volume::Secret passphrase = Read("New passphrase: ");
-    if (volume::Utf16Length(passphrase.View()).value_or(0) < kMinPassphraseUnits)
+    base::Secret passphrase = Read("New passphrase: ");
+    if (base::Utf16Length(passphrase.View()).value_or(0) < kMinPassphraseUnits)
         throw Failure("the passphrase must be UTF-8 text of at least 12 characters; it guards every computer "
                       "that is enrolled with the key");
     if (!m_fromStandardInput && Read("New passphrase again: ").View() != passphrase.View())

@@ -14,18 +14,18 @@ public:
     }
 
     // One that the volume knows: any bytes. Throws Failure.
-    volume::Secret Existing() const;
+    base::Secret Existing() const;
     // One that a person will have to type at the login page; asked twice at the terminal. Throws Failure.
-    volume::Secret New() const;
+    base::Secret New() const;
     // Of a token: any bytes.
-    volume::Secret Pin() const;
+    base::Secret Pin() const;
 
     // Of the administrator's key.
-    volume::Secret Passphrase() const;
-    volume::Secret NewPassphrase() const;
+    base::Secret Passphrase() const;
+    base::Secret NewPassphrase() const;
 
 private:
-    volume::Secret Read(const char *prompt) const;
+    base::Secret Read(const char *prompt) const;
 
     bool m_fromStandardInput;
 };

@@ -98,7 +98,7 @@ void MakeRecoveryKeys(const RecoveryOptions &options)
 {
     const std::string secretPath = options.keys + kSecretName;
     RequireNeither(options.keys);
-    const volume::Secret passphrase = PasswordSource(options.passphraseFromStandardInput).NewPassphrase();
+    const base::Secret passphrase = PasswordSource(options.passphraseFromStandardInput).NewPassphrase();
     const Progress progress(kDeriving);
     const recovery::SecretKey key = recovery::MakeAdministratorKey();
     const recovery::PublicKey publicKey = recovery::PublicKeyOf(key);
@@ -128,7 +128,7 @@ recovery::SecretKey OpenSecretKeyIn(const std::string &directory, bool passphras
 {
     const std::string path = directory + kSecretName;
     const std::string text = ReadWholeFile(path);
-    const volume::Secret passphrase = PasswordSource(passphraseFromStandardInput).Passphrase();
+    const base::Secret passphrase = PasswordSource(passphraseFromStandardInput).Passphrase();
     const Progress progress(kDeriving);
     recovery::SecretKey key;
     switch (recovery::OpenSecretKey(text, passphrase, &key)) {

@@ -10,7 +10,7 @@ namespace {
 // A record of a former version may have been sealed under another name.
 std::string CheckNewMachine(const std::string &name)
 {
-    const bool usable = !name.empty() && name.size() <= recovery::kMaxMachineBytes && volume::IsPlain(name);
+    const bool usable = !name.empty() && name.size() <= recovery::kMaxMachineBytes && base::IsPlain(name);
     return usable ? "" : "must be UTF-8 text of 1 to 256 bytes in which every character shows";
 }
 

@@ -33,7 +33,7 @@ bool AtTerminal()
 }
 
 // What is wrong with a string; empty when nothing is.
-std::string FindFault(const std::optional<volume::Secret> &code, std::size_t row)
+std::string FindFault(const std::optional<base::Secret> &code, std::size_t row)
 {
     const std::string which = "string " + std::to_string(row + 1);
     if (!code)
@@ -51,11 +51,11 @@ std::string FindFault(const std::optional<volume::Secret> &code, std::size_t row
     return which + " is wrong; compare it with the caller's, character by character";
 }
 
-volume::Secret ReadString(std::size_t row)
+base::Secret ReadString(std::size_t row)
 {
     if (AtTerminal())
         std::cerr << "String " << row + 1 << ": " << std::flush;
-    volume::Secret line;
+    base::Secret line;
     if (ReadSecretLine(STDIN_FILENO, &line) == LineStatus::Ended)
         throw Failure("the input ended where string " + std::to_string(row + 1) +
                       " of the challenge was expected");
@@ -66,7 +66,7 @@ volume::Secret ReadString(std::size_t row)
 std::string AskString(std::size_t row)
 {
     for (;;) {
-        const auto code = recovery::NormaliseCode(ReadString(row).View());
+        const auto code = base::NormaliseCode(ReadString(row).View());
         const std::string fault = FindFault(code, row);
         if (fault.empty())
             return std::string(code->View());
@@ -123,7 +123,7 @@ void Warn(const FoundSecret &found, const std::optional<std::string> &answeredBe
                "caller has an old copy of its header\n";
     if (answeredBefore)
         std::cerr << "pba_admin: note: this computer's secret has been given out before, on "
-                  << volume::Printable(*answeredBefore) << "; renew it with pba_admin recovery renew\n";
+                  << base::Printable(*answeredBefore) << "; renew it with pba_admin recovery renew\n";
 }
 
 void Spell(std::string_view group)

@@ -26,7 +26,7 @@ void SetUp(const RecoveryOptions &options, Check check)
     const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
     check(*volume);
     const recovery::PublicKey administrator = ReadPublicKey(options.publicKey);
-    const volume::Secret volumeKey = Authorise(*volume, PasswordSource(options.passwordFromStandardInput));
+    const base::Secret volumeKey = Authorise(*volume, PasswordSource(options.passwordFromStandardInput));
 
     const Progress progress("writing keyslot and record");
     const HeldSignals held; // half of it would stay until the next change

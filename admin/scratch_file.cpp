@@ -71,7 +71,7 @@ ScratchFile::~ScratchFile()
 // Its name by its number is also the only way to give it another one.
 bool ScratchFile::OpenUnnamed()
 {
-    const std::filesystem::path directory = volume::DirectoryOf(m_finalPath);
+    const std::filesystem::path directory = base::DirectoryOf(m_finalPath);
     m_file = open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kReadableByOwner);
     m_path = "/proc/self/fd/" + std::to_string(m_file);
     if (m_file >= 0 && access(m_path.c_str(), F_OK) == 0)
@@ -147,7 +147,7 @@ void ScratchFile::Finish(int error)
     if (error != 0)
         Fail("cannot be created", error);
     m_named = false;
-    volume::MakeNameDurable(m_finalPath);
+    base::MakeNameDurable(m_finalPath);
 }
 
 void ScratchFile::Synchronise() const

@@ -43,7 +43,7 @@ void CompileSettings(const SettingsOptions &options)
         throw Failure(std::move(faults));
     }
     ScratchFile file(FindTarget(input, options.output));
-    file.Write(EncodeSettings(*record));
+    file.Write(pba::EncodeSettings(*record));
     fchmod(file.File(), kReadableByAll);
     file.FinishReplacing();
 }

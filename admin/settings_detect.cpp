@@ -62,7 +62,7 @@ const Layout *FindLayout(const XkbName &name, const std::string &locale)
 
 void Note(const std::string &line)
 {
-    std::cerr << "pba_admin: note: " << volume::Printable(line) << '\n';
+    std::cerr << "pba_admin: note: " << base::Printable(line) << '\n';
 }
 
 // Never without one.
@@ -98,7 +98,7 @@ pba::InputLanguage &LanguageFor(const Layout &layout, std::vector<pba::InputLang
                                     [id](const pba::InputLanguage &one) { return one.languageId == id; });
     if (known != languages->end())
         return *known;
-    return languages->emplace_back(pba::InputLanguage{id, volume::ToUtf16(LanguageName(id)), {}});
+    return languages->emplace_back(pba::InputLanguage{id, base::ToUtf16(LanguageName(id)), {}});
 }
 
 pba::ConstantSettingsRecord MakeRecord(const SystemSetup &setup)
@@ -106,10 +106,10 @@ pba::ConstantSettingsRecord MakeRecord(const SystemSetup &setup)
     pba::ConstantSettingsRecord record = DefaultSettings();
     if (setup.hostName.empty())
         Note(std::string("no host name found; \"") + kNoHostName + "\" is taken");
-    record.hostName = volume::ToUtf16(setup.hostName.empty() ? kNoHostName : setup.hostName);
+    record.hostName = base::ToUtf16(setup.hostName.empty() ? kNoHostName : setup.hostName);
     for (const Layout *layout : FindLayouts(setup)) {
         LanguageFor(*layout, &record.prebootSettings.inputLanguages)
-            .layouts.push_back({layout->id, volume::ToUtf16(layout->name), {}});
+            .layouts.push_back({layout->id, base::ToUtf16(layout->name), {}});
     }
     return record;
 }

@@ -83,7 +83,7 @@ void Finder::LookAtName(const std::u16string &name, const std::string &place)
 {
     if (name.empty())
         Warn(place, "is empty");
-    else if (!volume::IsPlain(volume::ToUtf8(name)))
+    else if (!base::IsPlain(base::ToUtf8(name)))
         Warn(place, "has a character that does not show");
 }
 

@@ -106,7 +106,7 @@ std::vector<Node> Node::Elements() const
 std::u16string Node::Text() const
 {
     if (m_value.is_string() && !m_value.get_ref<const std::string &>().empty())
-        return volume::ToUtf16(m_value.get_ref<const std::string &>());
+        return base::ToUtf16(m_value.get_ref<const std::string &>());
     Fault("must be text that is not empty");
     return {};
 }

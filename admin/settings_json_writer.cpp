@@ -18,7 +18,7 @@ Json Layout(const pba::KeyboardLayout &layout)
 {
     char id[9];
     std::snprintf(id, sizeof id, "%08x", layout.layoutId);
-    Json json{{"layoutId", id}, {"name", volume::ToUtf8(layout.name)}};
+    Json json{{"layoutId", id}, {"name", base::ToUtf8(layout.name)}};
     if (layout.selectHotkey.key != 0)
         json["selectHotkey"] = FormatHotkey(layout.selectHotkey);
     return json;
@@ -29,8 +29,7 @@ Json Language(const pba::InputLanguage &language)
     Json layouts = Json::array();
     for (const pba::KeyboardLayout &layout : language.layouts)
         layouts.push_back(Layout(layout));
-    return {
-        {"languageId", language.languageId}, {"name", volume::ToUtf8(language.name)}, {"layouts", layouts}};
+    return {{"languageId", language.languageId}, {"name", base::ToUtf8(language.name)}, {"layouts", layouts}};
 }
 
 } // namespace
@@ -41,7 +40,7 @@ std::string WriteSettings(const pba::ConstantSettingsRecord &record)
     Json languages = Json::array();
     for (const pba::InputLanguage &language : settings.inputLanguages)
         languages.push_back(Language(language));
-    const Json json{{"hostName", volume::ToUtf8(record.hostName)},
+    const Json json{{"hostName", base::ToUtf8(record.hostName)},
                     {"inputLanguages", languages},
                     {"languageSwitchHotkey", FormatHotkey(settings.languageSwitchHotkey)},
                     {"keyboardLayoutSwitchHotkey", FormatHotkey(settings.keyboardLayoutSwitchHotkey)},

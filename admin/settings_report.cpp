@@ -27,7 +27,7 @@ std::vector<std::string> Lines(const std::string &path, const SettingsFile &file
 
 std::string Readable(const std::u16string &text)
 {
-    return volume::Printable(volume::ToUtf8(text));
+    return base::Printable(base::ToUtf8(text));
 }
 
 void PrintHotkey(const char *what, const pba::Hotkey &hotkey)
@@ -92,12 +92,12 @@ void CheckSettings(const SettingsOptions &options)
         PrintFindings(file);
     for (const std::string &warning : Lines(options.input, file, false)) {
         if (!options.json)
-            std::cout << "warning: " << volume::Printable(warning) << '\n';
+            std::cout << "warning: " << base::Printable(warning) << '\n';
     }
     if (file.HasFaults())
         throw Failure(options.json ? std::vector<std::string>{} : Lines(options.input, file, true));
     if (!options.json && file.findings.empty())
-        std::cout << volume::Printable(options.input) << ": in order\n";
+        std::cout << base::Printable(options.input) << ": in order\n";
 }
 
 } // namespace admin

@@ -10,7 +10,7 @@ namespace {
 
 std::size_t Width(const std::string &text)
 {
-    return volume::Utf16Length(text).value_or(text.size());
+    return base::Utf16Length(text).value_or(text.size());
 }
 
 void PrintRow(const Row &row, const std::vector<std::size_t> &widths)
@@ -33,7 +33,7 @@ void PrintTable(const Row &headings, const std::vector<Row> &rows)
     std::vector<std::size_t> widths(headings.size());
     for (Row &line : lines) {
         for (std::size_t column = 0; column < line.size(); ++column) {
-            line[column] = volume::Printable(line[column]);
+            line[column] = base::Printable(line[column]);
             widths[column] = std::max(widths[column], Width(line[column]));
         }
     }

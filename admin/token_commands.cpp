@@ -72,12 +72,12 @@ void CheckNotEnrolled(const Volume &volume, const Token &token)
 // What was wrapped must come back from the token before the volume depends on it.
 token::Wrapped WrapAndProve(const Token &token, const TokenOptions &options, const PasswordSource &passwords)
 {
-    const volume::Secret pin = token.HasPinPad() ? volume::Secret() : passwords.Pin();
+    const base::Secret pin = token.HasPinPad() ? base::Secret() : passwords.Pin();
     token::Session session(token, pin.View());
     RequireToken(session.Login());
     token::Wrapped wrapped;
     RequireToken(token::Wrap(session, token, options.uri, &wrapped));
-    const auto isTheSame = [&](const volume::Secret &passphrase) {
+    const auto isTheSame = [&](const base::Secret &passphrase) {
         return passphrase.View() == wrapped.passphrase.View();
     };
     RequireToken(token::Unwrap(session, wrapped.enrolment, isTheSame));
@@ -160,7 +160,7 @@ void EnrollToken(const TokenOptions &options)
     CheckNotEnrolled(*volume, token);
 
     const PasswordSource passwords(options.passwordFromStandardInput);
-    const volume::Secret volumeKey = Authorise(*volume, passwords);
+    const base::Secret volumeKey = Authorise(*volume, passwords);
     const token::Wrapped wrapped = WrapAndProve(token, options, passwords);
     int keyslot = -1;
     const Progress progress("making the token's keyslot");

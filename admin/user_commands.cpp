@@ -14,8 +14,8 @@
 namespace admin {
 namespace {
 
+using base::Secret;
 using volume::Error;
-using volume::Secret;
 using volume::Volume;
 
 constexpr char kMakingKeyslot[] = "making the keyslot and trying whether it opens the volume";

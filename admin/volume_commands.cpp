@@ -48,7 +48,7 @@ void CreateVolume(const VolumeOptions &options)
     CheckNewName(user.name);
     if (access(user.volume.c_str(), F_OK) == 0)
         throw Failure(user.volume + ": exists already; choose another name or remove it first");
-    const volume::Secret password = PasswordSource(user.passwordFromStandardInput).New();
+    const base::Secret password = PasswordSource(user.passwordFromStandardInput).New();
     if (!volume::IsLongEnough({}, password))
         Require(volume::Error::PasswordTooShort, user.volume);
 
@@ -57,7 +57,7 @@ void CreateVolume(const VolumeOptions &options)
     SetSize(file, user.volume, size);
     std::unique_ptr<volume::Volume> volume;
     Require(volume::Volume::Create(file.Path(), &volume), user.volume);
-    Require(volume->AddUser(user.name, volume::Secret(), password, CostOfFirstUser(user)), user.volume,
+    Require(volume->AddUser(user.name, base::Secret(), password, CostOfFirstUser(user)), user.volume,
             volume->LastDetail());
     file.FinishNew();
 }

@@ -34,11 +34,11 @@ std::unique_ptr<Volume> OpenVolumeForChange(const std::string &path)
     return volume;
 }
 
-volume::Secret Authorise(Volume &volume, const PasswordSource &passwords)
+base::Secret Authorise(Volume &volume, const PasswordSource &passwords)
 {
-    const volume::Secret password = passwords.Existing();
+    const base::Secret password = passwords.Existing();
     const Progress progress("looking for a keyslot that the password opens");
-    volume::Secret volumeKey;
+    base::Secret volumeKey;
     Require(volume.Authorise(password, &volumeKey), volume);
     return volumeKey;
 }

@@ -17,7 +17,7 @@ std::unique_ptr<volume::Volume> OpenVolume(const std::string &path);
 std::unique_ptr<volume::Volume> OpenVolumeForChange(const std::string &path);
 
 // With a password that the volume knows: answers its key.
-volume::Secret Authorise(volume::Volume &volume, const PasswordSource &passwords);
+base::Secret Authorise(volume::Volume &volume, const PasswordSource &passwords);
 
 // Of a user that there is, and of one to be made.
 void CheckName(const volume::UserName &name);

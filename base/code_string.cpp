@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace recovery {
+namespace base {
 namespace {
 
 constexpr std::string_view kAlphabet = "0123456789ABCDEFGHJKMNPQRSTVWXYZ";
@@ -45,9 +45,9 @@ bool IsSeparator(char c)
 
 } // namespace
 
-std::optional<volume::Secret> NormaliseCode(std::string_view text)
+std::optional<Secret> NormaliseCode(std::string_view text)
 {
-    volume::Secret code(kMaxCharacters);
+    Secret code(kMaxCharacters);
     for (char c : text) {
         if (IsSeparator(c))
             continue;
@@ -70,10 +70,10 @@ void CodeWriter::Put(std::uint32_t value, int bits)
     }
 }
 
-volume::Secret CodeWriter::Row(std::size_t first, std::size_t digits, int row) const
+Secret CodeWriter::Row(std::size_t first, std::size_t digits, int row) const
 {
     const std::string_view values = m_digits.View().substr(first, digits);
-    volume::Secret text(digits + 1);
+    Secret text(digits + 1);
     for (char value : values)
         text.Append(kAlphabet[static_cast<std::uint8_t>(value)]);
     text.Append(kAlphabet[CheckDigit(values, row)]);
@@ -84,7 +84,7 @@ bool CodeReader::AddRow(std::string_view text, std::size_t digits, int row)
 {
     if (text.size() != digits + 1 || m_digits.Capacity() - m_digits.Size() < digits)
         return false;
-    volume::Secret values(text.size());
+    Secret values(text.size());
     for (char c : text) {
         const std::size_t value = kAlphabet.find(c);
         if (value == std::string_view::npos)
@@ -114,4 +114,4 @@ bool IsCodeString(std::string_view text, std::size_t digits, int row)
     return CodeReader(digits).AddRow(text, digits, row);
 }
 
-} // namespace recovery
+} // namespace base

@@ -13,7 +13,7 @@
 
 #include "base/secret.h"
 
-namespace recovery {
+namespace base {
 
 // The rows of challenge and response: no string of one passes in place of another.
 inline constexpr int kFirstChallengeRow = 1;
@@ -21,7 +21,7 @@ inline constexpr int kFirstResponseRow = 9;
 
 // As a person may have written it: small letters, O for 0, I and L for 1, blanks and hyphens between. Nothing
 // when another character is in it.
-std::optional<volume::Secret> NormaliseCode(std::string_view text);
+std::optional<Secret> NormaliseCode(std::string_view text);
 
 // Takes bits, the most significant first, and writes them as digits.
 class CodeWriter
@@ -34,10 +34,10 @@ public:
 
     void Put(std::uint32_t value, int bits);
     // The digits from `first` on, with the check digit of that row behind them.
-    volume::Secret Row(std::size_t first, std::size_t digits, int row) const;
+    Secret Row(std::size_t first, std::size_t digits, int row) const;
 
 private:
-    volume::Secret m_digits; // each 0 to 31
+    Secret m_digits; // each 0 to 31
     std::uint32_t m_bits = 0;
     int m_bitCount = 0;
 };
@@ -56,11 +56,11 @@ public:
     std::uint32_t Take(int bits);
 
 private:
-    volume::Secret m_digits;
+    Secret m_digits;
     std::size_t m_position = 0; // in bits
 };
 
 // Whether AddRow would take it.
 bool IsCodeString(std::string_view text, std::size_t digits, int row);
 
-} // namespace recovery
+} // namespace base

@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace volume {
+namespace base {
 
 std::filesystem::path DirectoryOf(const std::filesystem::path &file)
 {
@@ -20,4 +20,4 @@ void MakeNameDurable(const std::filesystem::path &file)
     close(opened);
 }
 
-} // namespace volume
+} // namespace base

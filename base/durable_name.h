@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-namespace volume {
+namespace base {
 
 // "." for a mere name.
 std::filesystem::path DirectoryOf(const std::filesystem::path &file);
@@ -12,4 +12,4 @@ std::filesystem::path DirectoryOf(const std::filesystem::path &file);
 // nothing is reported.
 void MakeNameDurable(const std::filesystem::path &file);
 
-} // namespace volume
+} // namespace base

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace volume {
+namespace base {
 namespace {
 
 std::uint64_t ReadMemoryInfo(std::string_view key)
@@ -33,4 +33,4 @@ std::uint64_t AvailableMemory()
     return ReadMemoryInfo("MemAvailable:");
 }
 
-} // namespace volume
+} // namespace base

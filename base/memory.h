@@ -4,10 +4,10 @@
 
 #include <cstdint>
 
-namespace volume {
+namespace base {
 
 // In KiB; 0 when the kernel does not say.
 std::uint64_t TotalMemory();
 std::uint64_t AvailableMemory();
 
-} // namespace volume
+} // namespace base

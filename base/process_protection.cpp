@@ -9,7 +9,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace volume {
+namespace base {
 namespace {
 
 // Opened the wrong way round, so that using it fails as it does with a closed stream. A new file gets the
@@ -51,4 +51,4 @@ void LockMemory()
         mlockall(MCL_CURRENT | MCL_FUTURE | MCL_ONFAULT);
 }
 
-} // namespace volume
+} // namespace base

@@ -1,7 +1,7 @@
 // Keeps secrets inside the program, and what is not meant for it out of a volume.
 #pragma once
 
-namespace volume {
+namespace base {
 
 // No core dump is written, and no other program of the same account may look into this one. No file gets the
 // number of a standard stream that was closed: a volume there would be read for a password or written over by
@@ -12,4 +12,4 @@ void ProtectProcess();
 // likes. Only without a limit, as root has it, who must stay root then.
 void LockMemory();
 
-} // namespace volume
+} // namespace base

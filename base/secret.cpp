@@ -4,7 +4,7 @@
 
 #include <sodium.h>
 
-namespace volume {
+namespace base {
 
 Secret::Secret(std::size_t capacity)
     : m_capacity(capacity)
@@ -45,4 +45,4 @@ void Secret::Swap(Secret &other) noexcept
     std::swap(m_capacity, other.m_capacity);
 }
 
-} // namespace volume
+} // namespace base

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-namespace volume {
+namespace base {
 
 class Secret
 {
@@ -44,4 +44,4 @@ private:
     std::size_t m_capacity = 0;
 };
 
-} // namespace volume
+} // namespace base

@@ -6,7 +6,7 @@
 
 #include <utf8proc.h>
 
-namespace volume {
+namespace base {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -199,4 +199,4 @@ std::string Printable(std::string_view text)
     return line;
 }
 
-} // namespace volume
+} // namespace base

@@ -9,7 +9,7 @@
 
 #include "base/secret.h"
 
-namespace volume {
+namespace base {
 
 // An unpaired surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
@@ -28,4 +28,4 @@ bool IsPlain(std::string_view text);
 // UTF-8 as "\xff". A backslash that would look like the beginning of that is escaped, too.
 std::string Printable(std::string_view text);
 
-} // namespace volume
+} // namespace base

@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (const auto record = recovery::ParseRecord(text))
         static_cast<void>(recovery::UnsealRecord(*record, recovery::SecretKey()));
     static_cast<void>(recovery::DecodePublicKey(text));
-    if (const auto code = recovery::NormaliseCode(text))
-        static_cast<void>(recovery::IsCodeString(code->View(), 15, recovery::kFirstChallengeRow));
+    if (const auto code = base::NormaliseCode(text))
+        static_cast<void>(base::IsCodeString(code->View(), 15, base::kFirstChallengeRow));
     return 0;
 }

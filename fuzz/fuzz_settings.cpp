@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     pba::ConstantSettingsRecord record;
     if (pba::DecodeSettings(&stream, &record) != kro::kOk)
         return 0;
-    const std::string encoded = admin::EncodeSettings(record);
+    const std::string encoded = pba::EncodeSettings(record);
     pba::SettingsStream again{{encoded.begin(), encoded.end()}, 0};
     pba::ConstantSettingsRecord same;
     if (pba::DecodeSettings(&again, &same) != kro::kOk || !(same == record))

@@ -3,7 +3,7 @@
 #include <concepts>
 #include <string_view>
 
-namespace admin {
+namespace pba {
 namespace {
 
 constexpr std::uint16_t kVersion = 1;
@@ -25,7 +25,7 @@ public:
         for (char16_t unit : text)
             Put(static_cast<std::uint16_t>(unit));
     }
-    void Put(const pba::Hotkey &hotkey)
+    void Put(const Hotkey &hotkey)
     {
         Put(hotkey.modifiers);
         Put(hotkey.key);
@@ -37,12 +37,12 @@ private:
     std::string m_bytes;
 };
 
-void PutLanguage(Writer *writer, const pba::InputLanguage &language)
+void PutLanguage(Writer *writer, const InputLanguage &language)
 {
     writer->Put(language.languageId);
     writer->Put(language.name);
     writer->PutCount(language.layouts.size());
-    for (const pba::KeyboardLayout &layout : language.layouts) {
+    for (const KeyboardLayout &layout : language.layouts) {
         writer->Put(layout.layoutId);
         writer->Put(layout.name);
         writer->Put(layout.selectHotkey);
@@ -51,14 +51,14 @@ void PutLanguage(Writer *writer, const pba::InputLanguage &language)
 
 } // namespace
 
-std::string EncodeSettings(const pba::ConstantSettingsRecord &record)
+std::string EncodeSettings(const ConstantSettingsRecord &record)
 {
-    const pba::PrebootSettings &settings = record.prebootSettings;
+    const PrebootSettings &settings = record.prebootSettings;
     Writer writer;
     writer.Put(kVersion);
     writer.Put(record.hostName);
     writer.PutCount(settings.inputLanguages.size());
-    for (const pba::InputLanguage &language : settings.inputLanguages)
+    for (const InputLanguage &language : settings.inputLanguages)
         PutLanguage(&writer, language);
     writer.Put(settings.languageSwitchHotkey);
     writer.Put(settings.keyboardLayoutSwitchHotkey);
@@ -66,4 +66,4 @@ std::string EncodeSettings(const pba::ConstantSettingsRecord &record)
     return writer.Take();
 }
 
-} // namespace admin
+} // namespace pba

@@ -5,8 +5,8 @@
 
 #include "settings_format/settings_record.h"
 
-namespace admin {
+namespace pba {
 
-std::string EncodeSettings(const pba::ConstantSettingsRecord &record);
+std::string EncodeSettings(const ConstantSettingsRecord &record);
 
-} // namespace admin
+} // namespace pba

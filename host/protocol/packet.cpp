@@ -10,7 +10,7 @@ constexpr int kLengthBytes = 2;
 
 bool IsText(std::string_view bytes)
 {
-    return volume::Utf16Length(bytes).has_value();
+    return base::Utf16Length(bytes).has_value();
 }
 
 bool IsName(std::string_view bytes)

@@ -19,7 +19,7 @@
 
 namespace protocol {
 
-using volume::Secret;
+using base::Secret;
 
 inline constexpr std::uint8_t kVersion = 1;
 inline constexpr std::size_t kMaxPacket = 4096;

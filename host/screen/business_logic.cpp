@@ -9,13 +9,13 @@
 
 namespace host {
 
-BusinessLogic::BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
+BusinessLogic::BusinessLogic(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
                              const LogicOptions &options)
-    : m_osStart(osStart)
+    : m_unlockSession(unlockSession)
     , m_options(options)
-    , m_passwordLogin(osStart, throttle, texts, options.autologonAllowed)
-    , m_recovery(osStart, m_passwordLogin, texts)
-    , m_tokenLogin(osStart, texts, options.tokenModule)
+    , m_passwordLogin(unlockSession, throttle, texts, options.autologonAllowed)
+    , m_recovery(unlockSession, m_passwordLogin, texts)
+    , m_tokenLogin(unlockSession, texts, options.tokenModule)
 {
 }
 
@@ -23,12 +23,12 @@ BusinessLogic::BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Te
 // users.
 std::uint32_t BusinessLogic::ViewOptions() const
 {
-    const std::vector<volume::User> users = m_osStart.GetVolume().Users();
+    const std::vector<volume::User> users = m_unlockSession.GetVolume().Users();
     const bool hasPasswords = std::any_of(users.begin(), users.end(),
                                           [](const volume::User &user) { return !user.keyslots.empty(); });
     // Whoever lost the password, be it with the power in the middle of a change, resets it from that page.
-    const bool hasWay = hasPasswords || recovery::Find(m_osStart.GetVolume()).has_value();
-    return (hasWay && m_osStart.TakesPasswords() ? pba::kOptionLoginByPassword : 0) |
+    const bool hasWay = hasPasswords || recovery::Find(m_unlockSession.GetVolume()).has_value();
+    return (hasWay && m_unlockSession.TakesPasswords() ? pba::kOptionLoginByPassword : 0) |
            (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 
@@ -41,7 +41,7 @@ kro::result_t BusinessLogic::Init(pba::IMainView *view)
     m_view = view;
     m_passwordLogin.Attach(loginView);
     view->SetOptions(ViewOptions());
-    return m_osStart.IsTestBoot() ? view->ShowTestBootMessage() : view->ShowInitialScreen();
+    return m_unlockSession.IsTestBoot() ? view->ShowTestBootMessage() : view->ShowInitialScreen();
 }
 
 kro::result_t BusinessLogic::UpdateConnectedTokens(bool *screenMustChange)
@@ -85,10 +85,10 @@ kro::result_t BusinessLogic::StartOperatingSystem()
     if (StopRequested())
         return kro::kCancelled;
     return Guarded([&] {
-        const kro::result_t result = m_osStart.Start();
+        const kro::result_t result = m_unlockSession.Start();
         if (kro::Failed(result))
             return result;
-        Log(kLogCalls, m_osStart.IsTestBoot() ? "The test boot ends." : "The operating system starts.");
+        Log(kLogCalls, m_unlockSession.IsTestBoot() ? "The test boot ends." : "The operating system starts.");
         m_view->ShowStartingOsScreen(); // only a picture: the start does not depend on it
         return m_view->Close();
     });

@@ -17,7 +17,8 @@ struct LogicOptions
 class BusinessLogic final : public pba::IBusinessLogic
 {
 public:
-    BusinessLogic(OsStart &osStart, LoginThrottle &throttle, const Texts &texts, const LogicOptions &options);
+    BusinessLogic(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
+                  const LogicOptions &options);
 
     kro::result_t Init(pba::IMainView *view) override;
     kro::result_t UpdateConnectedTokens(bool *screenMustChange) override;
@@ -30,7 +31,7 @@ public:
 private:
     std::uint32_t ViewOptions() const;
 
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     LogicOptions m_options;
     PasswordLogin m_passwordLogin;
     PasswordRecovery m_recovery;

@@ -72,7 +72,7 @@ std::u16string LayoutName(std::uint32_t layoutId)
     if (found != layouts.end())
         return found->name;
     const char *name = PbeGetKeyboardLayoutName(layoutId);
-    return name ? volume::ToUtf16(name) : std::u16string();
+    return name ? base::ToUtf16(name) : std::u16string();
 }
 
 } // namespace host

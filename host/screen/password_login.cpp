@@ -14,10 +14,10 @@ namespace host {
 
 using volume::Error;
 
-PasswordLogin::PasswordLogin(OsStart &osStart, LoginThrottle &throttle, const Texts &texts,
+PasswordLogin::PasswordLogin(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
                              bool autologonAllowed)
-    : m_osStart(osStart)
-    , m_gate(osStart, throttle)
+    : m_unlockSession(unlockSession)
+    , m_gate(unlockSession, throttle)
     , m_texts(texts)
     , m_autologonAllowed(autologonAllowed)
 {
@@ -58,11 +58,11 @@ kro::result_t PasswordLogin::Login(const kro::wstring_t &domain, const kro::wstr
 kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
                                       const kro::wstring_t &password)
 {
-    const volume::UserName name{volume::ToUtf8(domain.View()), volume::ToUtf8(userName.View())};
+    const volume::UserName name{base::ToUtf8(domain.View()), base::ToUtf8(userName.View())};
     PasswordGate::Answer answer{Error::None};
     {
         const BusyScope busy;
-        answer = m_gate.Try(name, volume::ToSecretUtf8(password.View()));
+        answer = m_gate.Try(name, base::ToSecretUtf8(password.View()));
     }
     // Who ended the program meanwhile does not want the system to start.
     if (StopRequested())
@@ -77,9 +77,9 @@ kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::w
 
 kro::result_t PasswordLogin::GoOn()
 {
-    if (m_osStart.MustReplacePassword())
+    if (m_unlockSession.MustReplacePassword())
         return RequireNewPassword(kPasswordExpired);
-    if (m_osStart.HasExpired())
+    if (m_unlockSession.HasExpired())
         m_texts.Show(m_view, kExpiredPasswordStays);
     return m_view->ShowLoggedIn();
 }
@@ -102,7 +102,7 @@ kro::result_t PasswordLogin::Refuse(Error error)
 kro::result_t PasswordLogin::RefuseForNow(std::uint32_t secondsLeft)
 {
     Log(kLogCalls, "Login refused: too many failures before.");
-    const std::u16string seconds = volume::ToUtf16(std::to_string(secondsLeft));
+    const std::u16string seconds = base::ToUtf16(std::to_string(secondsLeft));
     m_texts.Show(m_view, kTooManyFailures, m_texts.Get(kTooManyFailures.text, seconds).View());
     m_view->SelectPassword();
     return kro::kOk;
@@ -117,7 +117,7 @@ kro::result_t PasswordLogin::GetPasswordChangeInfo(bool *changeAllowed, kro::wst
                                                    kro::wstring_t *message)
 {
     return Guarded([&] {
-        *changeAllowed = m_osStart.CheckReplaceable() == Error::None;
+        *changeAllowed = m_unlockSession.CheckReplaceable() == Error::None;
         *title = m_texts.Get(kNoPasswordChange.title);
         *message = m_texts.Get(kNoPasswordChange.text);
         return kro::kOk;
@@ -133,9 +133,9 @@ kro::result_t PasswordLogin::RequireNewPassword(const MessageText &why)
 kro::result_t PasswordLogin::PrepareChangePassword(kro::wstring_t *domain, kro::wstring_t *userName)
 {
     return Guarded([&] {
-        const volume::UserName &name = m_osStart.Name();
-        domain->Assign(volume::ToUtf16(name.domain));
-        userName->Assign(volume::ToUtf16(name.user));
+        const volume::UserName &name = m_unlockSession.Name();
+        domain->Assign(base::ToUtf16(name.domain));
+        userName->Assign(base::ToUtf16(name.user));
         return name.user.empty() ? kro::kProhibited : kro::kOk;
     });
 }
@@ -150,7 +150,7 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
     Error error = Error::None;
     {
         const BusyScope busy;
-        error = m_gate.Replace(volume::ToSecretUtf8(newPassword.View()));
+        error = m_gate.Replace(base::ToSecretUtf8(newPassword.View()));
     }
     if (StopRequested())
         return kro::kOk;
@@ -172,15 +172,15 @@ kro::result_t PasswordLogin::RefusePassword(Error error)
     if (error == Error::PasswordTooShort || error == Error::PasswordUnchanged || error == Error::OutOfMemory)
         return m_texts.Show(m_view, MessageFor(error));
     m_texts.Show(m_view, kPasswordNotSaved);
-    if (!m_osStart.HasRecovered())
+    if (!m_unlockSession.HasRecovered())
         return m_view->ShowLoggedIn();
-    m_osStart.Forget();
+    m_unlockSession.Forget();
     return m_view->GetMainView()->ShowInitialScreen();
 }
 
 kro::result_t PasswordLogin::CancelChangePassword()
 {
-    return m_osStart.MustReplacePassword() ? kro::kProhibited : ConfirmLoggedIn();
+    return m_unlockSession.MustReplacePassword() ? kro::kProhibited : ConfirmLoggedIn();
 }
 
 } // namespace host

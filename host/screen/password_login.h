@@ -10,13 +10,14 @@ namespace host {
 class PasswordLogin final : public pba::ILoginByPasswordLogic
 {
 public:
-    PasswordLogin(OsStart &osStart, LoginThrottle &throttle, const Texts &texts, bool autologonAllowed);
+    PasswordLogin(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
+                  bool autologonAllowed);
 
     // The view of the login page; it gets this object as its logic.
     void Attach(pba::ILoginByPasswordView *view);
 
-    // Asks for the page on which whoever OsStart has let in must choose a new password. `why` is its title
-    // and message.
+    // Asks for the page on which whoever UnlockSession has let in must choose a new password. `why` is its
+    // title and message.
     kro::result_t RequireNewPassword(const MessageText &why);
 
     // At most once in the life of the program, so that a wrong credentials file does not try for ever.
@@ -45,7 +46,7 @@ private:
     kro::result_t RefusePassword(volume::Error error);
     kro::result_t RefuseForNow(std::uint32_t secondsLeft);
 
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     PasswordGate m_gate;
     const Texts &m_texts;
     pba::ILoginByPasswordView *m_view = nullptr;

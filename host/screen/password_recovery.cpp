@@ -18,9 +18,10 @@ constexpr std::uint32_t kEntropyBytes = 32;
 
 } // namespace
 
-PasswordRecovery::PasswordRecovery(OsStart &osStart, PasswordLogin &passwordLogin, const Texts &texts)
-    : m_osStart(osStart)
-    , m_session(osStart)
+PasswordRecovery::PasswordRecovery(UnlockSession &unlockSession, PasswordLogin &passwordLogin,
+                                   const Texts &texts)
+    : m_unlockSession(unlockSession)
+    , m_session(unlockSession)
     , m_passwordLogin(passwordLogin)
     , m_texts(texts)
 {
@@ -92,7 +93,7 @@ void PasswordRecovery::Tell(const RecoverySession::Verdict &verdict) const
 
 kro::result_t PasswordRecovery::GotoChangePassword()
 {
-    if (!m_osStart.HasRecovered())
+    if (!m_unlockSession.HasRecovered())
         return kro::kInvalidState;
     return Guarded([&] {
         pba::ILoginByPasswordView *view = m_mainView->GetLoginByPasswordView();

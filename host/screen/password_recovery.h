@@ -11,7 +11,7 @@ namespace host {
 class PasswordRecovery final : public pba::IPasswordRecoveryLogic
 {
 public:
-    PasswordRecovery(OsStart &osStart, PasswordLogin &passwordLogin, const Texts &texts);
+    PasswordRecovery(UnlockSession &unlockSession, PasswordLogin &passwordLogin, const Texts &texts);
 
     // A volume without recovery, or one that cannot be written, is told in a message: the buttons that lead
     // here are always there.
@@ -31,7 +31,7 @@ public:
 private:
     void Tell(const RecoverySession::Verdict &verdict) const;
 
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     RecoverySession m_session;
     PasswordLogin &m_passwordLogin;
     const Texts &m_texts;

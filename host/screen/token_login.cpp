@@ -32,8 +32,8 @@ bool LookAlike(const std::vector<Token> &a, const std::vector<Token> &b)
 
 } // namespace
 
-TokenLogin::TokenLogin(OsStart &osStart, const Texts &texts, std::string modulePath)
-    : m_osStart(osStart)
+TokenLogin::TokenLogin(UnlockSession &unlockSession, const Texts &texts, std::string modulePath)
+    : m_unlockSession(unlockSession)
     , m_texts(texts)
     , m_modules(std::move(modulePath))
 {
@@ -47,12 +47,12 @@ void TokenLogin::Attach(pba::ILoginByTokenView *view)
 
 bool TokenLogin::IsOffered() const
 {
-    return !token::EnrolmentsOf(m_osStart.GetVolume()).empty();
+    return !token::EnrolmentsOf(m_unlockSession.GetVolume()).empty();
 }
 
 std::vector<token::Enrolment> TokenLogin::EnrolmentsFor(const Token &token) const
 {
-    std::vector<token::Enrolment> enrolments = token::EnrolmentsOf(m_osStart.GetVolume());
+    std::vector<token::Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetVolume());
     std::erase_if(enrolments,
                   [&](const token::Enrolment &enrolment) { return !token.Matches(enrolment.uri); });
     return enrolments;
@@ -101,7 +101,7 @@ std::vector<std::string> TokenLogin::Names(const std::vector<Token> &tokens) con
     std::vector<std::string> names = token::DisplayNames(tokens);
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (tokens[i].HasPinPad())
-            names[i] = Replace(volume::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
+            names[i] = Replace(base::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
     }
     return names;
 }
@@ -153,8 +153,8 @@ kro::result_t TokenLogin::TryLogin(const Token &shown, std::string_view pin)
     volume::Error volumeError = volume::Error::None;
     {
         const BusyScope busy;
-        m_osStart.Forget();
-        m_osStart.LookAnew();
+        m_unlockSession.Forget();
+        m_unlockSession.LookAnew();
         const std::vector<Token> connected = m_modules.Connected();
         if (const Token *token = FindAgain(shown, connected))
             error = Open(*token, pin, &volumeError);
@@ -180,8 +180,8 @@ Error TokenLogin::Open(const Token &token, std::string_view pin, volume::Error *
     if (error != Error::None)
         return error;
     for (const token::Enrolment &enrolment : enrolments) {
-        error = token::Unwrap(session, enrolment, [&](const volume::Secret &passphrase) {
-            const volume::Error opened = m_osStart.OpenKeyslots(enrolment.keyslots, passphrase);
+        error = token::Unwrap(session, enrolment, [&](const base::Secret &passphrase) {
+            const volume::Error opened = m_unlockSession.OpenKeyslots(enrolment.keyslots, passphrase);
             // What another key makes of it is wrong as a rule, and hides no fault of the volume.
             if (opened != volume::Error::WrongPassword)
                 *volumeError = opened;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/service/os_start.h"
+#include "host/service/unlock_session.h"
 #include "pba/login_by_token.h"
 #include "host/screen/texts.h"
 #include "volume/token/enrolment.h"
@@ -19,7 +19,7 @@ class TokenLogin final : public pba::ILoginByTokenLogic
 {
 public:
     // `modulePath` may be empty: see token::Modules.
-    TokenLogin(OsStart &osStart, const Texts &texts, std::string modulePath);
+    TokenLogin(UnlockSession &unlockSession, const Texts &texts, std::string modulePath);
 
     // The view of the login page; it gets this object as its logic.
     void Attach(pba::ILoginByTokenView *view);
@@ -51,7 +51,7 @@ private:
     kro::result_t Refuse(token::Error error);
     kro::result_t Refuse(volume::Error error);
 
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     const Texts &m_texts;
     token::Modules m_modules;
     pba::ILoginByTokenView *m_view = nullptr;

@@ -94,7 +94,7 @@ std::optional<CommandLine> ParseCommandLine(int argc, char **argv, int *exitCode
     } catch (const CLI::Success &request) {
         *exitCode = app.exit(request);
     } catch (const CLI::ParseError &fault) {
-        std::cerr << "pba_host: " << volume::Printable(fault.what()) << "; see pba_host --help\n";
+        std::cerr << "pba_host: " << base::Printable(fault.what()) << "; see pba_host --help\n";
         *exitCode = kExitUsage;
     }
     return std::nullopt;

@@ -16,7 +16,7 @@ constexpr char16_t kByteOrderMark = 0xFEFF;
 // As the view writes it: an empty text makes an empty file.
 bool WriteText(const char16_t *path, const std::string &text)
 {
-    std::u16string units = volume::ToUtf16(text);
+    std::u16string units = base::ToUtf16(text);
     if (!units.empty())
         units.insert(0, 1, kByteOrderMark);
     int file = -1;

@@ -25,7 +25,7 @@ using namespace host;
 
 int Refuse(const std::string &what, int exitCode = kExitUsage)
 {
-    std::cerr << "pba_host: " << volume::Printable(what) << '\n';
+    std::cerr << "pba_host: " << base::Printable(what) << '\n';
     return exitCode;
 }
 
@@ -47,11 +47,11 @@ volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Volume
 }
 
 // The view's own result tells less: a view that was stopped answers with a failure too.
-int ExitCode(const OsStart &osStart)
+int ExitCode(const UnlockSession &unlockSession)
 {
-    if (osStart.HasTestBootEnded())
+    if (unlockSession.HasTestBootEnded())
         return kExitTestBootEnded;
-    if (osStart.HasStarted())
+    if (unlockSession.HasStarted())
         return kExitStarted;
     return StopRequested() ? kExitSignal : kExitViewFailed;
 }
@@ -87,7 +87,7 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
     Clock clock;
-    OsStart osStart(
+    UnlockSession unlockSession(
         volume, clock,
         {line.mapperName, line.testBoot, !line.noPasswordLogin, volume::ActivationFlags(line.mapperOptions)});
     FinishPending(&volume);
@@ -95,10 +95,10 @@ int RunHost(const CommandLine &line, const Module &module, volume::Volume &volum
     LoginThrottle throttle(*store, clock, [&volume] { return volume.GetPolicy(); });
     if (line.stateInHeader && throttle.FormerLogin())
         RestoreLastLogin(*throttle.FormerLogin());
-    BusinessLogic logic(osStart, throttle, texts,
+    BusinessLogic logic(unlockSession, throttle, texts,
                         {line.autologonAllowed && volume.GetPolicy().autologonAllowed, line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
-    const int exitCode = ExitCode(osStart);
+    const int exitCode = ExitCode(unlockSession);
     if (exitCode == kExitViewFailed) {
         std::cerr << "pba_host: the view ended without a login, with the code 0x" << std::hex
                   << static_cast<std::uint32_t>(result) << "; the log tells more\n";
@@ -133,15 +133,14 @@ int Main(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    volume::ProtectProcess();
-    volume::LockMemory();
+    base::ProtectProcess();
+    base::LockMemory();
     try {
         return Main(argc, argv);
     } catch (const std::bad_alloc &) {
         std::fputs("pba_host: not enough memory\n", stderr);
     } catch (const std::exception &fault) {
-        std::cerr << "pba_host: internal fault, please report it: " << volume::Printable(fault.what())
-                  << '\n';
+        std::cerr << "pba_host: internal fault, please report it: " << base::Printable(fault.what()) << '\n';
     }
     return kExitViewFailed;
 }

@@ -4,15 +4,15 @@ namespace host {
 
 using volume::Error;
 
-PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const volume::Secret &password)
+PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const base::Secret &password)
 {
-    m_osStart.Forget();
-    if (!m_osStart.TakesPasswords())
+    m_unlockSession.Forget();
+    if (!m_unlockSession.TakesPasswords())
         return {Error::Prohibited};
-    m_osStart.LookAnew();
+    m_unlockSession.LookAnew();
     if (const std::uint32_t seconds = m_throttle.BeginAttempt(); seconds > 0)
         return {Error::None, seconds};
-    const Error error = m_osStart.OpenVolume(name, password);
+    const Error error = m_unlockSession.OpenVolume(name, password);
     if (error == Error::None)
         m_throttle.EndAttempt(name);
     else if (error == Error::WrongPassword)
@@ -22,11 +22,11 @@ PasswordGate::Answer PasswordGate::Try(const volume::UserName &name, const volum
     return {error};
 }
 
-Error PasswordGate::Replace(const volume::Secret &password)
+Error PasswordGate::Replace(const base::Secret &password)
 {
-    const Error error = m_osStart.ReplacePassword(password);
+    const Error error = m_unlockSession.ReplacePassword(password);
     if (error == Error::None || error == Error::OldPasswordStays)
-        m_throttle.EndAttempt(m_osStart.Name());
+        m_throttle.EndAttempt(m_unlockSession.Name());
     return error;
 }
 

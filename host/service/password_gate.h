@@ -2,15 +2,15 @@
 #pragma once
 
 #include "host/service/login_throttle.h"
-#include "host/service/os_start.h"
+#include "host/service/unlock_session.h"
 
 namespace host {
 
 class PasswordGate
 {
 public:
-    PasswordGate(OsStart &osStart, LoginThrottle &throttle)
-        : m_osStart(osStart)
+    PasswordGate(UnlockSession &unlockSession, LoginThrottle &throttle)
+        : m_unlockSession(unlockSession)
         , m_throttle(throttle)
     {
     }
@@ -21,12 +21,12 @@ public:
         std::uint32_t secondsToWait = 0; // above 0 the password was not tried
     };
     // On what the header holds now: somebody else may have set a password or a policy.
-    Answer Try(const volume::UserName &name, const volume::Secret &password);
-    // For whoever was let in last; a success ends the failures before it. See OsStart::ReplacePassword.
-    volume::Error Replace(const volume::Secret &password);
+    Answer Try(const volume::UserName &name, const base::Secret &password);
+    // For whoever was let in last; a success ends the failures before it. See UnlockSession::ReplacePassword.
+    volume::Error Replace(const base::Secret &password);
 
 private:
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     LoginThrottle &m_throttle;
 };
 

@@ -12,16 +12,16 @@ constexpr int kMaxRejections = 5; // far more than mistypings that the check dig
 
 } // namespace
 
-RecoverySession::RecoverySession(OsStart &osStart)
-    : m_osStart(osStart)
-    , m_volume(osStart.GetVolume())
+RecoverySession::RecoverySession(UnlockSession &unlockSession)
+    : m_unlockSession(unlockSession)
+    , m_volume(unlockSession.GetVolume())
 {
 }
 
 RecoverySession::Beginning RecoverySession::Begin()
 {
     End();
-    m_osStart.LookAnew();
+    m_unlockSession.LookAnew();
     std::optional<recovery::Found> found = recovery::Find(m_volume);
     if (!found)
         return Beginning::NoRecovery;
@@ -33,7 +33,7 @@ RecoverySession::Beginning RecoverySession::Begin()
 
 void RecoverySession::Restart()
 {
-    m_osStart.Forget();
+    m_unlockSession.Forget();
     m_ephemeral.reset();
     m_acceptedLines = 0;
     m_rejections = 0;
@@ -54,7 +54,7 @@ recovery::ChallengeStrings RecoverySession::MakeChallenge(std::span<const std::u
 
 bool RecoverySession::IsNextLine(std::string_view line) const
 {
-    const auto code = m_ephemeral ? recovery::NormaliseCode(line) : std::nullopt;
+    const auto code = m_ephemeral ? base::NormaliseCode(line) : std::nullopt;
     return code && recovery::IsResponseLine(code->View(), m_acceptedLines);
 }
 
@@ -65,7 +65,7 @@ RecoverySession::Verdict RecoverySession::Check(std::span<const std::string_view
         return {Answer::Wrong};
     recovery::ResponseLines codes;
     for (std::size_t row = 0; row < lines.size(); ++row) {
-        auto code = recovery::NormaliseCode(lines[row]);
+        auto code = base::NormaliseCode(lines[row]);
         if (!code || !recovery::IsResponseLine(code->View(), row))
             return {Answer::Wrong};
         codes[row] = std::move(*code);
@@ -81,9 +81,9 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
     const auto response = recovery::Response::Open(*m_ephemeral, m_found->enrolment, lines);
     if (!response)
         return Reject(Error::WrongPassword);
-    m_osStart.LookAnew();
+    m_unlockSession.LookAnew();
     const std::optional<volume::UserName> name = response->FindUser(m_volume.Users());
-    volume::Secret volumeKey;
+    base::Secret volumeKey;
     if (const Error error = OpenKeyslot(*response, name.has_value(), &volumeKey); error != Error::None)
         return Reject(error);
     if (!name) {
@@ -91,13 +91,13 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
         return {Answer::UnknownUser};
     }
     Log(kLogCalls, "Recovery: the response is right.");
-    m_osStart.Recover(*name, std::move(volumeKey));
+    m_unlockSession.Recover(*name, std::move(volumeKey));
     return {Answer::Accepted};
 }
 
 // The keyslot decides; the tag only says for whom. But who has the right tag has the right secret, so that
 // its use is noted before the keyslot opens: should the power go in between, the secret counts as seen.
-Error RecoverySession::OpenKeyslot(const recovery::Response &response, bool hasTag, volume::Secret *volumeKey)
+Error RecoverySession::OpenKeyslot(const recovery::Response &response, bool hasTag, base::Secret *volumeKey)
 {
     const std::optional<recovery::Found> now = recovery::Find(m_volume);
     if (!now || now->enrolment.identity != m_found->enrolment.identity)

@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "host/service/os_start.h"
+#include "host/service/unlock_session.h"
 #include "volume/recovery/challenge.h"
 #include "volume/recovery/response.h"
 #include "volume/recovery/volume_recovery.h"
@@ -24,7 +24,7 @@ public:
     enum class Answer {
         Wrong,      // no lines of any response
         Incomplete, // right so far
-        Accepted,   // OsStart knows whose password may be set
+        Accepted,   // UnlockSession knows whose password may be set
         Rejected,
         Void, // rejected too often: no response to this challenge is accepted any more
         UnknownUser,
@@ -36,7 +36,7 @@ public:
         volume::Error error = volume::Error::None; // of a fault
     };
 
-    explicit RecoverySession(OsStart &osStart);
+    explicit RecoverySession(UnlockSession &unlockSession);
 
     // In place of one that is under way.
     Beginning Begin();
@@ -52,11 +52,11 @@ public:
 
 private:
     Verdict Try(const recovery::ResponseLines &lines);
-    volume::Error OpenKeyslot(const recovery::Response &response, bool hasTag, volume::Secret *volumeKey);
+    volume::Error OpenKeyslot(const recovery::Response &response, bool hasTag, base::Secret *volumeKey);
     void NoteUse();
     Verdict Reject(volume::Error error);
 
-    OsStart &m_osStart;
+    UnlockSession &m_unlockSession;
     volume::Volume &m_volume;
     std::optional<recovery::Found> m_found;
     std::optional<recovery::SecretKey> m_ephemeral; // while a challenge is valid

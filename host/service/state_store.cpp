@@ -45,7 +45,7 @@ bool MakeDirectory(const std::filesystem::path &directory)
     constexpr mode_t kReadableByAll = 0755;
     if (mkdir(directory.c_str(), kReadableByAll) != 0)
         return errno == EEXIST;
-    volume::MakeNameDurable(directory);
+    base::MakeNameDurable(directory);
     return true;
 }
 
@@ -78,7 +78,7 @@ bool FileStateStore::Update(const Change &change, std::chrono::milliseconds pati
         return true;
     if (!WriteFile(fresh, EncodeLoginState(*state)) || std::rename(fresh.c_str(), name.c_str()) != 0)
         return false;
-    volume::MakeNameDurable(name);
+    base::MakeNameDurable(name);
     return true;
 }
 

@@ -37,7 +37,7 @@ int Talk(int channel, const char *root)
 
 int main(int argc, char **argv)
 {
-    volume::ProtectProcess();
+    base::ProtectProcess();
     if (argc != 5 || std::strcmp(argv[1], "--channel") != 0 || std::strcmp(argv[3], "--root") != 0)
         return Refuse("it is started by pba_host --text");
     const int channel = std::atoi(argv[2]);

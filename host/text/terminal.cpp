@@ -57,11 +57,11 @@ Terminal::Input Terminal::Await(int milliseconds) const
     return ready > 0 && entries[0].revents != 0 ? Input::Ready : Input::Nothing;
 }
 
-std::optional<volume::Secret> Terminal::Ask(std::string_view prompt, Echo echo) const
+std::optional<base::Secret> Terminal::Ask(std::string_view prompt, Echo echo) const
 {
     Set(echo);
     Say(prompt);
-    std::optional<volume::Secret> line(protocol::kMaxTyped);
+    std::optional<base::Secret> line(protocol::kMaxTyped);
     if (!ReadLine(&*line))
         line.reset();
     Set(Echo::Off);
@@ -70,7 +70,7 @@ std::optional<volume::Secret> Terminal::Ask(std::string_view prompt, Echo echo) 
     return line;
 }
 
-bool Terminal::ReadLine(volume::Secret *line) const
+bool Terminal::ReadLine(base::Secret *line) const
 {
     bool fits = true;
     for (;;) {

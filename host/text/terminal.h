@@ -28,7 +28,7 @@ public:
     void Say(std::string_view line) const;
     // A line without its end; what is longer than a password can be counts as empty. Nothing when the
     // conversation or the terminal has ended.
-    std::optional<volume::Secret> Ask(std::string_view prompt, Echo echo) const;
+    std::optional<base::Secret> Ask(std::string_view prompt, Echo echo) const;
     // Lets the time pass; false when the conversation has ended.
     bool Wait(std::chrono::seconds time) const;
     // What was typed while nobody asked.
@@ -38,7 +38,7 @@ private:
     enum class Input { Ready, Nothing, Ended };
 
     Input Await(int milliseconds) const;
-    bool ReadLine(volume::Secret *line) const;
+    bool ReadLine(base::Secret *line) const;
     void Set(Echo echo) const;
 
     int m_watched;

@@ -10,8 +10,8 @@
 namespace text {
 namespace {
 
+using base::Secret;
 using protocol::VolumeError;
-using volume::Secret;
 
 constexpr char kUserPrompt[] = QT_TRANSLATE_NOOP("pba_host", "User name (? for a forgotten password): ");
 constexpr char kDomainPrompt[] = QT_TRANSLATE_NOOP("pba_host", "Domain (may be empty): ");
@@ -205,11 +205,11 @@ std::optional<Secret> TextScreen::AskCodeLine(std::size_t row)
 {
     const std::string prompt = m_catalogue.Get(kResponsePrompt, std::to_string(row + 1));
     while (auto line = m_terminal.Ask(prompt, Echo::On)) {
-        auto code = recovery::NormaliseCode(line->View());
-        const int place = recovery::kFirstResponseRow + static_cast<int>(row);
+        auto code = base::NormaliseCode(line->View());
+        const int place = base::kFirstResponseRow + static_cast<int>(row);
         if (line->IsEmpty())
             return line;
-        if (code && recovery::IsCodeString(code->View(), kResponseDigits, place))
+        if (code && base::IsCodeString(code->View(), kResponseDigits, place))
             return code;
         SayLine(m_catalogue.Get(kLineWrong));
     }

@@ -23,7 +23,7 @@ private:
     enum class Next { Login, NewPassword, Start, End };
 
     Next LogIn();
-    Next TryPassword(std::string domain, std::string user, volume::Secret password);
+    Next TryPassword(std::string domain, std::string user, base::Secret password);
     Next AfterLogin(const protocol::TryPasswordReply &reply);
     Next ReplacePassword();
     Next AfterReplacing(const protocol::ReplacePasswordReply &reply);
@@ -37,7 +37,7 @@ private:
     // A question that takes its time.
     template <typename Request>
     auto AskService(const Request &request);
-    std::optional<volume::Secret> AskCodeLine(std::size_t row);
+    std::optional<base::Secret> AskCodeLine(std::size_t row);
     void Say(const host::MessageText &message)
     {
         SayLine(m_catalogue.Get(message.title) + "\n" + m_catalogue.Get(message.text));

@@ -24,7 +24,7 @@ private slots:
         QCOMPARE(Admin({"keygen", "--out", m_keys, "--passphrase-stdin"}, kPassphrase).errors, QByteArray());
         QVERIFY(!(QFileInfo(Secret()).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
         const std::string file = ReadFile(Secret()).toStdString();
-        const volume::Secret passphrase = MakeSecret("correct horse battery");
+        const base::Secret passphrase = MakeSecret("correct horse battery");
         recovery::SecretKey key;
         QVERIFY(recovery::OpenSecretKey(file, passphrase, &key) == recovery::KeyFileFault::None);
         // The same key, but guesses at its passphrase are cheap.
@@ -249,7 +249,7 @@ private:
             recovery::ResponseLines lines;
             const QByteArrayList rows = printed.split('\n');
             for (std::size_t row = 0; row < lines.size(); ++row)
-                lines[row] = *recovery::NormaliseCode(rows[static_cast<int>(row)].mid(9).toStdString());
+                lines[row] = *base::NormaliseCode(rows[static_cast<int>(row)].mid(9).toStdString());
             return recovery::Response::Open(ephemeral, found->enrolment, lines);
         }
         bool Opens(const QByteArray &printed, const char *user) const

@@ -34,14 +34,14 @@ public:
 template <typename View>
 struct HostOnVolume
 {
-    explicit HostOnVolume(const ScratchVolume &scratch, host::StartOptions start = {},
+    explicit HostOnVolume(const ScratchVolume &scratch, host::UnlockOptions start = {},
                           host::LogicOptions options = {}, Memory *lasting = nullptr)
         : opened(scratch.Open())
         , memory(lasting ? *lasting : ownMemory)
         , clock([this] { return memory.date; }, [this] { return memory.sinceBoot; })
         , throttle(memory, clock, [this] { return opened->GetPolicy(); })
-        , osStart(*opened, clock, std::move(start))
-        , logic(osStart, throttle, texts, options)
+        , unlockSession(*opened, clock, std::move(start))
+        , logic(unlockSession, throttle, texts, options)
     {
         fake_pbe::Reset();
         if (logic.Init(&view) != kro::kOk)
@@ -55,7 +55,7 @@ struct HostOnVolume
     host::Clock clock;
     host::LoginThrottle throttle;
     host::Texts texts{nullptr};
-    host::OsStart osStart;
+    host::UnlockSession unlockSession;
     View view;
     host::BusinessLogic logic;
 };

@@ -8,9 +8,9 @@
 
 #include "volume/luks/volume.h"
 
-inline volume::Secret MakeSecret(std::string_view text)
+inline base::Secret MakeSecret(std::string_view text)
 {
-    volume::Secret secret(text.size());
+    base::Secret secret(text.size());
     for (char byte : text)
         secret.Append(byte);
     return secret;

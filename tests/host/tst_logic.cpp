@@ -25,7 +25,7 @@ QByteArray Settings(std::uint32_t layout, const char16_t *name)
 {
     pba::ConstantSettingsRecord record;
     record.prebootSettings.inputLanguages = {{1033, u"English", {{layout, name, {}}}}};
-    return QByteArray::fromStdString(admin::EncodeSettings(record));
+    return QByteArray::fromStdString(pba::EncodeSettings(record));
 }
 
 // As on a volume from a computer with more memory than any has.
@@ -63,10 +63,10 @@ private slots:
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kProhibited);
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", kWrong, "SelectPassword"}));
         QCOMPARE(host.Login(u"OFFICE", u"boris", u"paper boat"), kro::kOk);
-        QVERIFY(!host.osStart.HasStarted());
+        QVERIFY(!host.unlockSession.HasStarted());
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kOk);
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", "StartingOs", "Close"}));
-        QVERIFY(host.osStart.HasStarted() && !host.osStart.HasTestBootEnded());
+        QVERIFY(host.unlockSession.HasStarted() && !host.unlockSession.HasTestBootEnded());
     }
 
     // A known user and a stranger are answered alike, but for what the keyboard has to do with it.
@@ -197,7 +197,7 @@ private slots:
         host::LoginThrottle throttle(store, host.clock, [] { return volume::Policy(); });
         throttle.BeginAttempt();
         const auto other = scratch.Open();
-        volume::Secret key;
+        base::Secret key;
         QCOMPARE(other->Authorise(MakeSecret(ScratchVolume::kPassword), &key), volume::Error::None);
         const std::string secret = "paper ship";
         const auto cost = volume::KeyCost::ForRandomSecret();
@@ -318,7 +318,7 @@ private slots:
         host.Login(u"", u"anna", kRight);
         QCOMPARE(host.logic.StartOperatingSystem(), kro::kUnspecifiedError);
         QCOMPARE(host.view.TakeCalls(), Calls{"LoggedIn"});
-        QVERIFY(!host.osStart.HasStarted() && fake_pbe::LogText().contains("cannot be mapped"));
+        QVERIFY(!host.unlockSession.HasStarted() && fake_pbe::LogText().contains("cannot be mapped"));
     }
 
     void whatHappensDuringAMessage()

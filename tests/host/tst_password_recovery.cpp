@@ -46,7 +46,7 @@ struct Computer
     explicit Computer(bool withRecovery)
     {
         const auto opened = scratch.Open();
-        volume::Secret key;
+        base::Secret key;
         const auto keep = [this](const recovery::Identity &kept, const recovery::RecoverySecret &its) {
             identity = kept;
             std::copy(its.View().begin(), its.View().end(), secret.Data());
@@ -88,7 +88,7 @@ struct Scene : Computer, HostOnVolume<RecoveryView>
         const auto response =
             recovery::MakeResponse(administrator, identity, challenge->ephemeral, secret, name);
         kro::vector_t<kro::string_t> lines;
-        for (const volume::Secret &line : *response)
+        for (const base::Secret &line : *response)
             lines.PushBack(kro::string_t(line.View()));
         return lines;
     }

@@ -136,7 +136,7 @@ private slots:
     void whatPeopleWriteInstead()
     {
         const auto normalised = [](std::string_view text) {
-            const std::optional<volume::Secret> code = NormaliseCode(text);
+            const std::optional<base::Secret> code = base::NormaliseCode(text);
             return code ? QByteArray(code->Data(), static_cast<int>(code->Size())) : QByteArray("refused");
         };
         QCOMPARE(normalised(" 2ixl-oO0z\t"), "21X1000Z");

@@ -52,7 +52,7 @@ private slots:
         for (const auto &[name, password, right] : rows) {
             const Error error = right ? Error::None : Error::WrongPassword;
             const auto opened = m_scratch.Open();
-            volume::Secret key;
+            base::Secret key;
             QCOMPARE(opened->Login(name, MakeSecret(password), nullptr), error);
             QCOMPARE(opened->DerivationCount(), 1u);
             QCOMPARE(opened->Login(name, MakeSecret(password), &key), error);
@@ -71,7 +71,7 @@ private slots:
                  2);
         const std::string object = volume::EncodeUser({{"", "mallory"}, {2}});
         QVERIFY(crypt_token_json_set(header.get(), CRYPT_ANY_TOKEN, object.c_str()) >= 0);
-        volume::Secret key;
+        base::Secret key;
         QCOMPARE(scratch.Login({"", "mallory"}, "m"), Error::WrongPassword);
         QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), &key), Error::WrongPassword);
     }
@@ -115,20 +115,20 @@ private slots:
     {
         const std::string text = "a\u00e9\u0434\u20ac\U0001F600";
         const std::u16string wide = u"a\u00e9\u0434\u20ac\U0001F600";
-        QCOMPARE(volume::ToUtf8(wide), text);
-        QVERIFY(volume::ToSecretUtf8(wide).View() == text);
-        QCOMPARE(volume::ToUtf16(text), wide);
-        QCOMPARE(volume::Utf16Length(text), std::optional(wide.size()));
-        QCOMPARE(volume::ToUtf8(std::u16string{u'x', 0xD83D, u'y', 0xDE00, 0xD83D}),
+        QCOMPARE(base::ToUtf8(wide), text);
+        QVERIFY(base::ToSecretUtf8(wide).View() == text);
+        QCOMPARE(base::ToUtf16(text), wide);
+        QCOMPARE(base::Utf16Length(text), std::optional(wide.size()));
+        QCOMPARE(base::ToUtf8(std::u16string{u'x', 0xD83D, u'y', 0xDE00, 0xD83D}),
                  "x\uFFFDy\uFFFD\uFFFD"); // halves of pairs
-        QVERIFY(volume::ToSecretUtf8({u"a\0b", 3}).View() == std::string_view("a\0b", 3));
-        QCOMPARE(volume::Printable("\u00e4\n\x1b[1m\xff\u202e\U000e0041 \\u\\u{a}"),
+        QVERIFY(base::ToSecretUtf8({u"a\0b", 3}).View() == std::string_view("a\0b", 3));
+        QCOMPARE(base::Printable("\u00e4\n\x1b[1m\xff\u202e\U000e0041 \\u\\u{a}"),
                  "\u00e4"
                  R"(\u{a}\u{1b}[1m\xff\u{202e}\u{e0041} \u\u{5c}u{a})");
 
         for (const char *text :
              {"\xe2\x82", "\xc0\x80", "\xe0\x80\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\x80", "\xc3("})
-            QVERIFY2(!volume::Utf16Length(text), text);
+            QVERIFY2(!base::Utf16Length(text), text);
     }
 
     void namesOfNewUsers()

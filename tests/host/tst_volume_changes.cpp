@@ -53,7 +53,7 @@ struct Opened
         return volume->WriteObject(json, &number) == Error::None;
     }
     std::unique_ptr<volume::Volume> volume;
-    volume::Secret key;
+    base::Secret key;
 };
 
 } // namespace

@@ -109,10 +109,10 @@ TryPasswordReply LoginReply(LoginResult result, std::uint32_t seconds = 0, bool 
 
 QByteArray ResponseLine(int row)
 {
-    recovery::CodeWriter writer(16);
+    base::CodeWriter writer(16);
     for (int i = 0; i < 16; ++i)
         writer.Put(row + i, 5);
-    const volume::Secret line = writer.Row(0, 16, recovery::kFirstResponseRow + row);
+    const base::Secret line = writer.Row(0, 16, base::kFirstResponseRow + row);
     return {line.Data(), static_cast<qsizetype>(line.Size())};
 }
 

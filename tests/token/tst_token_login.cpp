@@ -287,7 +287,7 @@ private:
             openssl ec -in own.pem -pubout -outform DER | tail -c 65)");
         const QByteArray shared = shell("openssl pkeyutl -derive -inkey own.pem -peerkey token.pem");
         const auto opened = m_scratch->Open();
-        volume::Secret volumeKey;
+        base::Secret volumeKey;
         QCOMPARE(opened->Authorise(MakeSecret(ScratchVolume::kPassword), &volumeKey), volume::Error::None);
         const token::Wrapped wrapped{MakeSecret(shared.toBase64().toStdString()),
                                      {"pkcs11:token=Curve", point.toStdString(), {}}};

@@ -102,7 +102,7 @@ private slots:
     void SelectorsAndHotkeys()
     {
         Session session;
-        const std::string settings = admin::EncodeSettings(kSettings);
+        const std::string settings = pba::EncodeSettings(kSettings);
         fake_pbe::WriteFile(pba::kSettingsPath, QByteArray::fromStdString(settings));
         session.Play([] {
             const auto choose = [](const char *selector, int index) {

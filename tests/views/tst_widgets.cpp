@@ -71,8 +71,7 @@ private slots:
         for (const auto &[size, direction] :
              {std::pair(QSize(800, 600), Qt::RightToLeft), std::pair(QSize(1024, 768), Qt::LeftToRight)}) {
             Session session;
-            fake_pbe::WriteFile(pba::kSettingsPath,
-                                QByteArray::fromStdString(admin::EncodeSettings(settings)));
+            fake_pbe::WriteFile(pba::kSettingsPath, QByteArray::fromStdString(pba::EncodeSettings(settings)));
             WriteTextToFile(QString::fromUtf16(pba::kLastDomainPath),
                             QString::fromStdU16String(longName).repeated(3));
             session.Play([size = size, direction = direction] {

@@ -64,7 +64,7 @@ Error HeaderWriter::DestroyObject(int number)
     return Put([&] { return crypt_token_json_set(m_device, number, nullptr); });
 }
 
-Error HeaderWriter::AddKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
+Error HeaderWriter::AddKeyslot(int keyslot, const base::Secret &volumeKey, const base::Secret &passphrase,
                                const KeyCost &cost)
 {
     if (cost.ExceedsMemory())

@@ -38,7 +38,7 @@ public:
     // fails, for a part of it may have been written.
     [[nodiscard]] Error StoreObject(const std::string &json, int *number);
     [[nodiscard]] Error DestroyObject(int number);
-    [[nodiscard]] Error AddKeyslot(int keyslot, const Secret &volumeKey, const Secret &passphrase,
+    [[nodiscard]] Error AddKeyslot(int keyslot, const base::Secret &volumeKey, const base::Secret &passphrase,
                                    const KeyCost &cost);
     // In the same write it goes from the objects that name it. ForeignKeyslot when it holds another key.
     [[nodiscard]] Error DestroyKeyslot(int keyslot);

@@ -21,7 +21,7 @@ constexpr std::size_t kSaltBytes = 32;
 
 KeyCost KeyCost::ForPassword(std::uint32_t milliseconds)
 {
-    const std::uint64_t share = TotalMemory() / kMemoryShare;
+    const std::uint64_t share = base::TotalMemory() / kMemoryShare;
     KeyCost cost;
     cost.m_type = CRYPT_KDF_ARGON2ID;
     cost.m_hash = "sha256";
@@ -99,7 +99,7 @@ std::string KeyCost::ToText() const
 
 bool KeyCost::ExceedsMemory() const
 {
-    const std::uint64_t available = AvailableMemory();
+    const std::uint64_t available = base::AvailableMemory();
     return available > 0 && m_memory > available;
 }
 

@@ -66,9 +66,9 @@ std::string EncodePolicy(const Policy &policy)
     return object.dump();
 }
 
-bool IsLongEnough(const Policy &policy, const Secret &password)
+bool IsLongEnough(const Policy &policy, const base::Secret &password)
 {
-    return Utf16Length(password.View()).value_or(0) >= policy.minimumLength;
+    return base::Utf16Length(password.View()).value_or(0) >= policy.minimumLength;
 }
 
 bool HasExpired(const Policy &policy, const User &user, std::int64_t now)

@@ -41,7 +41,7 @@ std::optional<Policy> DecodePolicy(std::string_view json);
 std::string EncodePolicy(const Policy &policy);
 
 // Whether a new password has the minimum length.
-bool IsLongEnough(const Policy &policy, const Secret &password);
+bool IsLongEnough(const Policy &policy, const base::Secret &password);
 
 // Whether the user must choose a new password at `now`, in seconds since 1970. One whose last change is not
 // known must.

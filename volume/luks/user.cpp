@@ -77,7 +77,7 @@ const char *FindNameFault(const UserName &name)
         return "the user name is empty";
     if (name.user.size() > kMaxNameBytes || name.domain.size() > kMaxNameBytes)
         return "user name and domain may have at most 256 bytes each";
-    if (!Utf16Length(name.user) || !Utf16Length(name.domain))
+    if (!base::Utf16Length(name.user) || !base::Utf16Length(name.domain))
         return "user name and domain must be UTF-8";
     return nullptr;
 }
@@ -87,7 +87,7 @@ const char *FindNewNameFault(const UserName &name)
 {
     if (const char *fault = FindNameFault(name))
         return fault;
-    if (!IsPlain(name.user) || !IsPlain(name.domain))
+    if (!base::IsPlain(name.user) || !base::IsPlain(name.domain))
         return "user name and domain may not contain control characters or others that do not show";
     if (HasBlankAtEnd(name.user) || HasBlankAtEnd(name.domain))
         return "user name and domain may not begin or end with a blank";

@@ -80,12 +80,12 @@ public:
     // Tries the keyslots of that user only. An unknown user costs one derivation, with the parameters of the
     // first user's keyslot, and is answered like a wrong password. With `volumeKey` the opened key is kept in
     // it.
-    [[nodiscard]] Error Login(const UserName &name, const Secret &password, Secret *volumeKey);
+    [[nodiscard]] Error Login(const UserName &name, const base::Secret &password, base::Secret *volumeKey);
     // Key derivations that logins and openings have made so far.
     unsigned DerivationCount() const { return m_derivations; }
     // Takes any passphrase that the volume knows, save those of the keyslots `except`: it authorises an
     // administrator.
-    [[nodiscard]] Error Authorise(const Secret &passphrase, Secret *volumeKey,
+    [[nodiscard]] Error Authorise(const base::Secret &passphrase, base::Secret *volumeKey,
                                   const std::vector<int> &except = {});
 
     // Whether the header can be changed here and may be; the library itself finds out late and cannot say
@@ -96,8 +96,8 @@ public:
     [[nodiscard]] Error FinishPending();
     // `volumeKey` is from Authorise; empty right after Create. `cost` counts for the first user only: all
     // share the cost of the first one's keyslot, or an unknown name could be told by the time a login takes.
-    [[nodiscard]] Error AddUser(const UserName &name, const Secret &volumeKey, const Secret &password,
-                                const KeyCost &cost);
+    [[nodiscard]] Error AddUser(const UserName &name, const base::Secret &volumeKey,
+                                const base::Secret &password, const KeyCost &cost);
     // What would keep AddUser from it whatever the password is.
     [[nodiscard]] Error CheckNewUser(const UserName &name) const;
     // With the user's keyslots. LastWayIn when no other password would open the volume.
@@ -107,12 +107,13 @@ public:
     [[nodiscard]] Error AnnounceRemoval(const UserName &name);
     // At every instant the old or the new password opens the volume, or with DropOld the way in that the
     // caller has. `volumeKey` is from Login, Authorise or OpenKeyslot.
-    [[nodiscard]] Error ReplacePassword(const UserName &name, const Secret &volumeKey, const Secret &password,
-                                        const KeyCost &cost, WhenFull whenFull = WhenFull::Refuse);
+    [[nodiscard]] Error ReplacePassword(const UserName &name, const base::Secret &volumeKey,
+                                        const base::Secret &password, const KeyCost &cost,
+                                        WhenFull whenFull = WhenFull::Refuse);
     // The date that passwords get which are set from here on; without it, that of the computer's clock.
     void UseDate(std::int64_t secondsSince1970) { m_date = secondsSince1970; }
     // What the policy has against a new password; whether it is the old one is tried, as a login does it.
-    [[nodiscard]] Error CheckNewPassword(const UserName &name, const Secret &password);
+    [[nodiscard]] Error CheckNewPassword(const UserName &name, const base::Secret &password);
     // Nothing while no user has a keyslot.
     std::optional<KeyCost> SharedCost() const;
 
@@ -120,10 +121,10 @@ public:
     [[nodiscard]] Error SetPolicy(const Policy &policy);
 
     // A keyslot for `passphrase`, announced and proven. When it fails it is undone, or NotUndone.
-    [[nodiscard]] Error AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyCost cost,
-                                   KeyslotOwner &owner);
+    [[nodiscard]] Error AddKeyslot(const base::Secret &volumeKey, const base::Secret &passphrase,
+                                   KeyCost cost, KeyslotOwner &owner);
     // Opens this keyslot and no other; `volumeKey` may be null.
-    [[nodiscard]] Error OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeKey);
+    [[nodiscard]] Error OpenKeyslot(int keyslot, const base::Secret &passphrase, base::Secret *volumeKey);
     // Takes it out of the objects that name it, too. LastWayIn when no password would be left.
     [[nodiscard]] Error RemoveKeyslot(int keyslot);
     std::vector<Keyslot> Keyslots() const;
@@ -158,7 +159,8 @@ public:
 
     // Maps the volume, with these flags of libcryptsetup and those that its header keeps, and proves it: see
     // IsActiveAs.
-    [[nodiscard]] Error Activate(const std::string &mapperName, std::uint32_t flags, const Secret &volumeKey);
+    [[nodiscard]] Error Activate(const std::string &mapperName, std::uint32_t flags,
+                                 const base::Secret &volumeKey);
     // Looked up, not remembered: the name is active, it is this volume, and the device below is ours.
     bool IsActiveAs(const std::string &mapperName) const;
     // Whether Activate could succeed: the device mapper answers, and the name is free or ours.
@@ -178,9 +180,9 @@ private:
     // These change the header and belong inside Change.
     [[nodiscard]] Error DestroyKeyslots(const std::vector<int> &keyslots);
     [[nodiscard]] Error UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner);
-    [[nodiscard]] Error SetPassword(const User &user, const Secret &volumeKey, const Secret &password,
-                                    const KeyCost &cost);
-    [[nodiscard]] Error DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &cost);
+    [[nodiscard]] Error SetPassword(const User &user, const base::Secret &volumeKey,
+                                    const base::Secret &password, const KeyCost &cost);
+    [[nodiscard]] Error DropKeyslots(User *user, const base::Secret &volumeKey, const KeyCost &cost);
     [[nodiscard]] Error Finish(const User &user);
     [[nodiscard]] Error FinishRemoval(User user);
     [[nodiscard]] Error FinishRemovals();
@@ -193,7 +195,7 @@ private:
     std::vector<int> OwnKeyslots(const std::vector<int> &keyslots, int object) const;
     int FirstUserKeyslot() const;
     bool LeavesWayIn(const std::vector<int> &withoutKeyslots) const;
-    [[nodiscard]] Error ProveKeyslot(int keyslot, const Secret &passphrase) const;
+    [[nodiscard]] Error ProveKeyslot(int keyslot, const base::Secret &passphrase) const;
 
     std::string m_path;
     crypt_device *m_device = nullptr;

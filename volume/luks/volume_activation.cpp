@@ -8,7 +8,7 @@
 
 namespace volume {
 
-Error Volume::Activate(const std::string &mapperName, std::uint32_t flags, const Secret &volumeKey)
+Error Volume::Activate(const std::string &mapperName, std::uint32_t flags, const base::Secret &volumeKey)
 {
     std::uint32_t kept = 0;
     // There is more than one volume key then, and mapping with one of them would show half of the data.

@@ -8,10 +8,10 @@ namespace volume {
 namespace {
 
 // Answers the opened keyslot or a negative errno value.
-int OpenVolumeKey(crypt_device *device, int keyslot, const Secret &passphrase, Secret *volumeKey)
+int OpenVolumeKey(crypt_device *device, int keyslot, const base::Secret &passphrase, base::Secret *volumeKey)
 {
     const int room = crypt_get_volume_key_size(device);
-    Secret key(room > 0 ? static_cast<std::size_t>(room) : 0);
+    base::Secret key(room > 0 ? static_cast<std::size_t>(room) : 0);
     std::size_t size = key.Capacity();
     const int result =
         crypt_volume_key_get(device, keyslot, key.Buffer(), &size, passphrase.Data(), passphrase.Size());
@@ -108,7 +108,7 @@ bool Volume::LeavesWayIn(const std::vector<int> &withoutKeyslots) const
     return false;
 }
 
-Error Volume::OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeKey)
+Error Volume::OpenKeyslot(int keyslot, const base::Secret &passphrase, base::Secret *volumeKey)
 {
     KeyCost cost;
     if (!OpensVolume(m_device, keyslot))
@@ -116,12 +116,13 @@ Error Volume::OpenKeyslot(int keyslot, const Secret &passphrase, Secret *volumeK
     if (KeyCost::OfKeyslot(m_device, keyslot, &cost) && cost.ExceedsMemory())
         return Error::OutOfMemory;
     ++m_derivations;
-    Secret discarded;
+    base::Secret discarded;
     const int result = OpenVolumeKey(m_device, keyslot, passphrase, volumeKey ? volumeKey : &discarded);
     return result < 0 ? Fault(result) : Error::None;
 }
 
-Error Volume::Authorise(const Secret &passphrase, Secret *volumeKey, const std::vector<int> &except)
+Error Volume::Authorise(const base::Secret &passphrase, base::Secret *volumeKey,
+                        const std::vector<int> &except)
 {
     Error answer = Error::WrongPassword;
     for (const Keyslot &keyslot : Keyslots()) {
@@ -137,7 +138,7 @@ Error Volume::Authorise(const Secret &passphrase, Secret *volumeKey, const std::
 }
 
 // As the next start will see it.
-Error Volume::ProveKeyslot(int keyslot, const Secret &passphrase) const
+Error Volume::ProveKeyslot(int keyslot, const base::Secret &passphrase) const
 {
     std::unique_ptr<Volume> fresh;
     Error error = Open(m_path, &fresh);
@@ -155,7 +156,8 @@ Error Volume::DestroyKeyslots(const std::vector<int> &keyslots)
     return Error::None;
 }
 
-Error Volume::AddKeyslot(const Secret &volumeKey, const Secret &passphrase, KeyCost cost, KeyslotOwner &owner)
+Error Volume::AddKeyslot(const base::Secret &volumeKey, const base::Secret &passphrase, KeyCost cost,
+                         KeyslotOwner &owner)
 {
     return Change([&] {
         const int keyslot = FindFreeKeyslot();

@@ -60,7 +60,7 @@ private:
 
 } // namespace
 
-Error Volume::SetPassword(const User &user, const Secret &volumeKey, const Secret &password,
+Error Volume::SetPassword(const User &user, const base::Secret &volumeKey, const base::Secret &password,
                           const KeyCost &cost)
 {
     const std::vector<int> former = OwnKeyslots(user.keyslots, user.object);
@@ -148,7 +148,7 @@ Error Volume::CheckNewUser(const UserName &name) const
                           : CheckRoom({1, 1, kKeyslotBytes + EncodeUser(NewUser(name)).size()});
 }
 
-Error Volume::AddUser(const UserName &name, const Secret &volumeKey, const Secret &password,
+Error Volume::AddUser(const UserName &name, const base::Secret &volumeKey, const base::Secret &password,
                       const KeyCost &cost)
 {
     return Change([&] {
@@ -189,8 +189,8 @@ Error Volume::RemoveUser(const UserName &name)
     });
 }
 
-Error Volume::ReplacePassword(const UserName &name, const Secret &volumeKey, const Secret &password,
-                              const KeyCost &cost, WhenFull whenFull)
+Error Volume::ReplacePassword(const UserName &name, const base::Secret &volumeKey,
+                              const base::Secret &password, const KeyCost &cost, WhenFull whenFull)
 {
     return Change([&] {
         if (const Error error = FinishAll(); error != Error::None)
@@ -208,7 +208,7 @@ Error Volume::ReplacePassword(const UserName &name, const Secret &volumeKey, con
 }
 
 // What can be known to fail afterwards is looked at before.
-Error Volume::DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &cost)
+Error Volume::DropKeyslots(User *user, const base::Secret &volumeKey, const KeyCost &cost)
 {
     if (crypt_volume_key_verify(m_device, volumeKey.Data(), volumeKey.Size()) < 0)
         return Error::WrongPassword;
@@ -219,7 +219,7 @@ Error Volume::DropKeyslots(User *user, const Secret &volumeKey, const KeyCost &c
     return error;
 }
 
-Error Volume::CheckNewPassword(const UserName &name, const Secret &password)
+Error Volume::CheckNewPassword(const UserName &name, const base::Secret &password)
 {
     const Policy policy = GetPolicy();
     if (!IsLongEnough(policy, password))

@@ -35,7 +35,7 @@ int Volume::FirstUserKeyslot() const
     return -1;
 }
 
-Error Volume::Login(const UserName &name, const Secret &password, Secret *volumeKey)
+Error Volume::Login(const UserName &name, const base::Secret &password, base::Secret *volumeKey)
 {
     const std::optional<User> user = FindUser(name);
     const std::vector<int> keyslots = user ? UsableKeyslots(user->keyslots) : std::vector<int>();

@@ -23,7 +23,7 @@ using Salt = Bytes<crypto_pwhash_SALTBYTES>;
 using Nonce = Bytes<crypto_aead_xchacha20poly1305_ietf_NPUBBYTES>;
 using SealedKey = Bytes<32 + crypto_aead_xchacha20poly1305_ietf_ABYTES>;
 
-bool DeriveKey(const volume::Secret &passphrase, const PassphraseCost &cost, const Salt &salt, SecretKey *key)
+bool DeriveKey(const base::Secret &passphrase, const PassphraseCost &cost, const Salt &salt, SecretKey *key)
 {
     Initialise();
     return crypto_pwhash(key->Data(), key->View().size(), passphrase.Data(), passphrase.Size(), salt.data(),
@@ -73,7 +73,7 @@ SecretKey MakeAdministratorKey()
     return key;
 }
 
-std::string SealSecretKey(const SecretKey &key, const volume::Secret &passphrase, const PassphraseCost &cost)
+std::string SealSecretKey(const SecretKey &key, const base::Secret &passphrase, const PassphraseCost &cost)
 {
     Salt salt;
     Nonce nonce;
@@ -95,7 +95,7 @@ std::string SealSecretKey(const SecretKey &key, const volume::Secret &passphrase
     return object.dump(1) + "\n";
 }
 
-KeyFileFault OpenSecretKey(std::string_view text, const volume::Secret &passphrase, SecretKey *key)
+KeyFileFault OpenSecretKey(std::string_view text, const base::Secret &passphrase, SecretKey *key)
 {
     const json object = json::parse(text, nullptr, false);
     Salt salt;

@@ -31,8 +31,8 @@ std::optional<PublicKey> DecodePublicKey(std::string_view text);
 // A new key pair: both files' contents differ with every call.
 SecretKey MakeAdministratorKey();
 // Throws std::bad_alloc also when the memory that `cost` asks for is not to be had.
-std::string SealSecretKey(const SecretKey &key, const volume::Secret &passphrase, const PassphraseCost &cost);
-[[nodiscard]] KeyFileFault OpenSecretKey(std::string_view text, const volume::Secret &passphrase,
+std::string SealSecretKey(const SecretKey &key, const base::Secret &passphrase, const PassphraseCost &cost);
+[[nodiscard]] KeyFileFault OpenSecretKey(std::string_view text, const base::Secret &passphrase,
                                          SecretKey *key);
 
 } // namespace recovery

@@ -11,11 +11,11 @@ constexpr std::size_t kDigits = kChallengeStrings * kChallengeDigits;
 
 int RowNumber(std::size_t row)
 {
-    return kFirstChallengeRow + static_cast<int>(row);
+    return base::kFirstChallengeRow + static_cast<int>(row);
 }
 
 template <std::size_t Size>
-void TakeBytes(CodeReader &code, Bytes<Size> &bytes)
+void TakeBytes(base::CodeReader &code, Bytes<Size> &bytes)
 {
     for (std::uint8_t &byte : bytes)
         byte = static_cast<std::uint8_t>(code.Take(8));
@@ -54,7 +54,7 @@ bool BelongsTo(const Challenge &challenge, const Identity &identity)
 
 ChallengeStrings EncodeChallenge(const Challenge &challenge)
 {
-    CodeWriter code(kDigits);
+    base::CodeWriter code(kDigits);
     code.Put(kVersion, kVersionBits);
     for (std::uint8_t byte : challenge.ephemeral)
         code.Put(byte, 8);
@@ -68,12 +68,12 @@ ChallengeStrings EncodeChallenge(const Challenge &challenge)
 
 bool IsChallengeString(std::string_view text, std::size_t row)
 {
-    return IsCodeString(text, kChallengeDigits, RowNumber(row));
+    return base::IsCodeString(text, kChallengeDigits, RowNumber(row));
 }
 
 std::optional<Challenge> DecodeChallenge(const ChallengeStrings &strings)
 {
-    CodeReader code(kDigits);
+    base::CodeReader code(kDigits);
     for (std::size_t row = 0; row < strings.size(); ++row) {
         if (!code.AddRow(strings[row], kChallengeDigits, RowNumber(row)))
             return std::nullopt;

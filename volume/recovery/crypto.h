@@ -18,7 +18,7 @@ using ByteView = std::span<const std::uint8_t>;
 
 using PublicKey = Bytes<32>;
 
-// The fixed-size sibling of volume::Secret: locked memory, wiped at the end. Zero at first.
+// The fixed-size sibling of base::Secret: locked memory, wiped at the end. Zero at first.
 template <std::size_t Size>
 class SecretBytes
 {
@@ -34,7 +34,7 @@ public:
     ByteView View() const { return {reinterpret_cast<const std::uint8_t *>(m_secret.Data()), Size}; }
 
 private:
-    volume::Secret m_secret;
+    base::Secret m_secret;
 };
 
 using SecretKey = SecretBytes<32>;

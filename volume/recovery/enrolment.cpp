@@ -104,10 +104,10 @@ std::string Fingerprint(const PublicKey &key)
     return ToHex(digest);
 }
 
-volume::Secret PassphraseOf(const RecoverySecret &secret)
+base::Secret PassphraseOf(const RecoverySecret &secret)
 {
     const ByteView bytes = secret.View();
-    volume::Secret text(2 * bytes.size() + 1);
+    base::Secret text(2 * bytes.size() + 1);
     sodium_bin2hex(text.Buffer(), text.Capacity(), bytes.data(), bytes.size());
     text.SetSize(2 * bytes.size());
     return text;

@@ -50,6 +50,6 @@ std::string EncodeEnrolment(const Enrolment &enrolment);
 std::string Fingerprint(const PublicKey &key);
 
 // The keyslot's passphrase: hexadecimal digits, so that it can be typed wherever a passphrase is asked for.
-volume::Secret PassphraseOf(const RecoverySecret &secret);
+base::Secret PassphraseOf(const RecoverySecret &secret);
 
 } // namespace recovery

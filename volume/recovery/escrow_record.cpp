@@ -16,7 +16,7 @@ constexpr std::size_t kFixedBytes = 1 + 16 + 16 + 32 + 16; // version, volume, r
 constexpr std::size_t kMaxLineBytes = 4096;                // twice what a record takes
 constexpr std::size_t kMaxSealedBytes = kFixedBytes + kMaxMachineBytes + crypto_box_SEALBYTES;
 
-void Append(volume::Secret *to, ByteView bytes)
+void Append(base::Secret *to, ByteView bytes)
 {
     for (std::uint8_t byte : bytes)
         to->Append(static_cast<char>(byte));
@@ -28,9 +28,9 @@ void Take(const char **from, std::span<std::uint8_t> bytes)
     *from += bytes.size();
 }
 
-volume::Secret Encode(const EscrowSecret &secret)
+base::Secret Encode(const EscrowSecret &secret)
 {
-    volume::Secret plain(kFixedBytes + secret.machine.size());
+    base::Secret plain(kFixedBytes + secret.machine.size());
     plain.Append(static_cast<char>(kVersion));
     Append(&plain, secret.identity.volume);
     Append(&plain, secret.identity.record);
@@ -41,7 +41,7 @@ volume::Secret Encode(const EscrowSecret &secret)
     return plain;
 }
 
-std::optional<EscrowSecret> Decode(const volume::Secret &plain)
+std::optional<EscrowSecret> Decode(const base::Secret &plain)
 {
     if (plain.Size() < kFixedBytes || plain.Data()[0] != kVersion)
         return std::nullopt;
@@ -60,7 +60,7 @@ std::optional<EscrowSecret> Decode(const volume::Secret &plain)
 std::string SealRecord(const EscrowSecret &secret, const PublicKey &administrator)
 {
     Initialise();
-    const volume::Secret plain = Encode(secret);
+    const base::Secret plain = Encode(secret);
     std::string sealed(plain.Size() + crypto_box_SEALBYTES, '\0');
     auto *bytes = reinterpret_cast<std::uint8_t *>(sealed.data());
     crypto_box_seal(bytes, reinterpret_cast<const std::uint8_t *>(plain.Data()), plain.Size(),
@@ -95,7 +95,7 @@ std::optional<EscrowSecret> UnsealRecord(const EscrowRecord &record, const Secre
                           &size, nullptr, sodium_base64_VARIANT_ORIGINAL) != 0 ||
         size < crypto_box_SEALBYTES)
         return std::nullopt;
-    volume::Secret plain(size - crypto_box_SEALBYTES);
+    base::Secret plain(size - crypto_box_SEALBYTES);
     if (crypto_box_seal_open(reinterpret_cast<std::uint8_t *>(plain.Buffer()), sealed.data(), size,
                              PublicKeyOf(administrator).data(), administrator.View().data()) != 0)
         return std::nullopt;

@@ -11,7 +11,7 @@ constexpr std::size_t kDigits = kResponseLines * kResponseDigits;
 
 int RowNumber(std::size_t row)
 {
-    return kFirstResponseRow + static_cast<int>(row);
+    return base::kFirstResponseRow + static_cast<int>(row);
 }
 
 // What both sides derive from their shared secret.
@@ -69,7 +69,7 @@ std::optional<ResponseLines> MakeResponse(const SecretKey &administrator, const 
     const ResponseKeys keys = DeriveKeys(shared, identity, ephemeral, PublicKeyOf(administrator));
     Bytes<16> masked;
     Mask(secret.View(), keys.mask.View(), masked.data());
-    CodeWriter code(kDigits);
+    base::CodeWriter code(kDigits);
     for (std::uint8_t byte : masked)
         code.Put(byte, 8);
     for (std::uint8_t byte : Tag(keys.tagKey, masked, name))
@@ -82,13 +82,13 @@ std::optional<ResponseLines> MakeResponse(const SecretKey &administrator, const 
 
 bool IsResponseLine(std::string_view text, std::size_t row)
 {
-    return IsCodeString(text, kResponseDigits, RowNumber(row));
+    return base::IsCodeString(text, kResponseDigits, RowNumber(row));
 }
 
 std::optional<Response> Response::Open(const SecretKey &ephemeral, const Enrolment &enrolment,
                                        const ResponseLines &lines)
 {
-    CodeReader code(kDigits);
+    base::CodeReader code(kDigits);
     for (std::size_t row = 0; row < lines.size(); ++row) {
         if (!code.AddRow(lines[row].View(), kResponseDigits, RowNumber(row)))
             return std::nullopt;

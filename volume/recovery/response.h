@@ -17,7 +17,7 @@ namespace recovery {
 inline constexpr std::size_t kResponseLines = 2;
 inline constexpr std::size_t kResponseDigits = 16; // and the check digit
 
-using ResponseLines = std::array<volume::Secret, kResponseLines>;
+using ResponseLines = std::array<base::Secret, kResponseLines>;
 
 // At the desk. Nothing when the challenge's key is one that gives the secret away.
 std::optional<ResponseLines> MakeResponse(const SecretKey &administrator, const Identity &identity,

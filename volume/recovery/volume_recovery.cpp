@@ -80,7 +80,7 @@ public:
         Randomise({m_secret.Data(), m_secret.View().size()});
     }
 
-    Error Run(const volume::Secret &volumeKey)
+    Error Run(const base::Secret &volumeKey)
     {
         // A renewal needs its keyslot for a moment only.
         const std::size_t bytes = EncodeEnrolment(m_fresh).size() + volume::kKeyslotBytes;
@@ -140,7 +140,7 @@ std::optional<Found> Find(const Volume &volume)
     return std::nullopt;
 }
 
-Error SetUp(Volume &volume, const volume::Secret &volumeKey, const PublicKey &administrator, const Keep &keep)
+Error SetUp(Volume &volume, const base::Secret &volumeKey, const PublicKey &administrator, const Keep &keep)
 {
     const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
     if (!uuid)

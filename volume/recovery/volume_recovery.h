@@ -24,7 +24,7 @@ using Keep = std::function<void(const Identity &, const RecoverySecret &)>;
 
 // A new secret, keyslot and record, in place of the former ones if there were any. `volumeKey` is from
 // Volume::Authorise. OldPasswordStays when all is done but the former secret still opens the volume.
-[[nodiscard]] volume::Error SetUp(volume::Volume &volume, const volume::Secret &volumeKey,
+[[nodiscard]] volume::Error SetUp(volume::Volume &volume, const base::Secret &volumeKey,
                                   const PublicKey &administrator, const Keep &keep);
 
 // Somebody has seen the secret: it is time for another. Nothing happens when it has been renewed since.

@@ -26,10 +26,10 @@ std::string ToBase64(std::string_view bytes)
     return text;
 }
 
-volume::Secret ToSecretBase64(const volume::Secret &bytes)
+base::Secret ToSecretBase64(const base::Secret &bytes)
 {
     const std::size_t size = EncodedSize(bytes.Size());
-    volume::Secret text(size + 1);
+    base::Secret text(size + 1);
     EVP_EncodeBlock(reinterpret_cast<unsigned char *>(text.Buffer()), Bytes(bytes.View()),
                     static_cast<int>(bytes.Size()));
     text.SetSize(size);

@@ -10,7 +10,7 @@
 namespace token {
 
 std::string ToBase64(std::string_view bytes);
-volume::Secret ToSecretBase64(const volume::Secret &bytes);
+base::Secret ToSecretBase64(const base::Secret &bytes);
 // Nothing when `text` is not base-64.
 std::optional<std::string> FromBase64(std::string_view text);
 

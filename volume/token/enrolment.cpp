@@ -10,8 +10,8 @@
 namespace token {
 namespace {
 
+using base::Secret;
 using nlohmann::json;
-using volume::Secret;
 
 std::string TextMember(const json &object, const char *name)
 {

@@ -29,7 +29,7 @@ std::string EncodeEnrolment(const Enrolment &enrolment);
 std::vector<Enrolment> EnrolmentsOf(const volume::Volume &volume);
 
 // Whether a passphrase opens the volume.
-using Opens = std::function<bool(const volume::Secret &passphrase)>;
+using Opens = std::function<bool(const base::Secret &passphrase)>;
 
 // Gives `opens` what each key of the token makes of the enrolment, the likeliest first, until one opens: a
 // key that is not the right one need not fail. NoKey when none does.

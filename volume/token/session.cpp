@@ -7,7 +7,7 @@
 namespace token {
 namespace {
 
-using volume::Secret;
+using base::Secret;
 
 // Far more than any token has; what a module says beyond is not believed.
 constexpr std::size_t kMaxObjects = 256;

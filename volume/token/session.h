@@ -38,16 +38,16 @@ public:
     bool IsSet(CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TYPE type);
 
     // RSA with the padding of PKCS#1 v1.5. NoKey when this key does not decrypt it.
-    [[nodiscard]] Error Decrypt(CK_OBJECT_HANDLE key, std::string_view encrypted, volume::Secret *plain);
+    [[nodiscard]] Error Decrypt(CK_OBJECT_HANDLE key, std::string_view encrypted, base::Secret *plain);
     // The secret that an elliptic-curve key shares with `point`, an uncompressed one; it has the length of a
     // coordinate. NoKey when this key does not take it.
-    [[nodiscard]] Error Derive(CK_OBJECT_HANDLE key, std::string_view point, volume::Secret *shared);
+    [[nodiscard]] Error Derive(CK_OBJECT_HANDLE key, std::string_view point, base::Secret *shared);
 
 private:
     CK_FUNCTION_LIST *Module() const { return m_token.Module(); }
     CK_RV EnterPin(CK_USER_TYPE user);
     CK_RV TryDerive(CK_OBJECT_HANDLE key, const std::string &point, CK_OBJECT_HANDLE *shared);
-    Error ReadValue(CK_OBJECT_HANDLE object, std::size_t length, volume::Secret *value);
+    Error ReadValue(CK_OBJECT_HANDLE object, std::size_t length, base::Secret *value);
     Error Explain(CK_RV result, Error otherwise) const;
     Error ExplainWrongPin() const;
     std::optional<Token> AskAgain() const;

@@ -14,7 +14,7 @@ std::string Text(const unsigned char (&field)[Size])
 {
     std::string_view text(reinterpret_cast<const char *>(field), Size);
     text = text.substr(0, text.find_last_not_of(std::string_view(" \0", 2)) + 1);
-    return volume::Printable(text);
+    return base::Printable(text);
 }
 
 template <std::size_t Size>

@@ -175,7 +175,7 @@ std::vector<VolumeToken> TokensOf(const Volume &volume)
     return tokens;
 }
 
-volume::Error AddToken(Volume &volume, const volume::Secret &volumeKey, const Wrapped &wrapped,
+volume::Error AddToken(Volume &volume, const base::Secret &volumeKey, const Wrapped &wrapped,
                        const UserName &name, int *keyslot)
 {
     return volume.Change([&] {

@@ -20,7 +20,7 @@ std::vector<VolumeToken> TokensOf(const volume::Volume &volume);
 
 // A user that the volume does not know becomes one without a password. `*keyslot` is the new one. When it
 // fails, everything is as it was, or will be when FinishPending can write.
-[[nodiscard]] volume::Error AddToken(volume::Volume &volume, const volume::Secret &volumeKey,
+[[nodiscard]] volume::Error AddToken(volume::Volume &volume, const base::Secret &volumeKey,
                                      const Wrapped &wrapped, const volume::UserName &owner, int *keyslot);
 
 // Takes a token's keyslot away, with its objects, and with its owner when that one has no other way in.

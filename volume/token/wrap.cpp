@@ -15,7 +15,7 @@
 namespace token {
 namespace {
 
-using volume::Secret;
+using base::Secret;
 
 // Far more than the volume's key has, and with its padding small enough for RSA keys of 1,024 bits.
 constexpr std::size_t kSecretBytes = 64;

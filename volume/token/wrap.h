@@ -7,8 +7,8 @@ namespace token {
 
 struct Wrapped
 {
-    volume::Secret passphrase; // for a new keyslot
-    Enrolment enrolment;       // still without keyslots
+    base::Secret passphrase; // for a new keyslot
+    Enrolment enrolment;     // still without keyslots
 };
 
 // A random passphrase that only the RSA key on the session's token brings back. `uri` tells which key, where

@@ -1,4 +1,4 @@
-#include "host/service/os_start.h"
+#include "host/service/unlock_session.h"
 
 #include "host/log.h"
 
@@ -12,20 +12,20 @@ constexpr std::uint32_t kDefaultMilliseconds = 2000; // of a login, where no use
 
 } // namespace
 
-OsStart::OsStart(volume::Volume &volume, const Clock &clock, StartOptions options)
+UnlockSession::UnlockSession(volume::Volume &volume, const Clock &clock, UnlockOptions options)
     : m_volume(volume)
     , m_clock(clock)
     , m_options(std::move(options))
 {
 }
 
-void OsStart::LookAnew()
+void UnlockSession::LookAnew()
 {
     if (const Error error = m_volume.Load(); error != Error::None)
         Log(kLogErrors, std::string("The header cannot be read anew: ") + volume::Describe(error));
 }
 
-Error OsStart::OpenVolume(const volume::UserName &name, const volume::Secret &password)
+Error UnlockSession::OpenVolume(const volume::UserName &name, const base::Secret &password)
 {
     Forget();
     if (!TakesPasswords())
@@ -39,7 +39,7 @@ Error OsStart::OpenVolume(const volume::UserName &name, const volume::Secret &pa
     return error;
 }
 
-Error OsStart::OpenKeyslots(const std::vector<int> &keyslots, const volume::Secret &passphrase)
+Error UnlockSession::OpenKeyslots(const std::vector<int> &keyslots, const base::Secret &passphrase)
 {
     Forget();
     Error error = Error::WrongPassword;
@@ -50,7 +50,7 @@ Error OsStart::OpenKeyslots(const std::vector<int> &keyslots, const volume::Secr
     return error;
 }
 
-void OsStart::Recover(const volume::UserName &name, volume::Secret volumeKey)
+void UnlockSession::Recover(const volume::UserName &name, base::Secret volumeKey)
 {
     Forget();
     m_name = name;
@@ -58,7 +58,7 @@ void OsStart::Recover(const volume::UserName &name, volume::Secret volumeKey)
     m_recovered = true;
 }
 
-void OsStart::Forget()
+void UnlockSession::Forget()
 {
     m_opened = false;
     m_recovered = false;
@@ -67,7 +67,7 @@ void OsStart::Forget()
     m_volumeKey.Wipe();
 }
 
-Error OsStart::CheckReplaceable() const
+Error UnlockSession::CheckReplaceable() const
 {
     if (!m_volume.FindUser(m_name))
         return Error::NoUser;
@@ -75,13 +75,13 @@ Error OsStart::CheckReplaceable() const
     return error == Error::None && m_volume.RoomLeft().keyslots < 1 ? Error::NoSpace : error;
 }
 
-bool OsStart::HasExpired() const
+bool UnlockSession::HasExpired() const
 {
     const std::optional<volume::User> user = m_volume.FindUser(m_name);
     return user && volume::HasExpired(m_volume.GetPolicy(), *user, m_clock.Now());
 }
 
-Error OsStart::ReplacePassword(const volume::Secret &password)
+Error UnlockSession::ReplacePassword(const base::Secret &password)
 {
     if (!m_opened && !m_recovered)
         return Error::WrongPassword;
@@ -103,7 +103,7 @@ Error OsStart::ReplacePassword(const volume::Secret &password)
     return error;
 }
 
-kro::result_t OsStart::Start()
+kro::result_t UnlockSession::Start()
 {
     if (m_options.testBoot) {
         m_testBootEnded = true;
@@ -121,7 +121,7 @@ kro::result_t OsStart::Start()
     return result;
 }
 
-kro::result_t OsStart::MapVolume()
+kro::result_t UnlockSession::MapVolume()
 {
     const Error error = m_volume.Activate(m_options.mapperName, m_options.mapperFlags, m_volumeKey);
     if (error != Error::None) {
@@ -133,7 +133,7 @@ kro::result_t OsStart::MapVolume()
     return kro::kOk;
 }
 
-bool OsStart::HasStarted() const
+bool UnlockSession::HasStarted() const
 {
     return m_started && (m_options.mapperName.empty() || m_volume.IsActiveAs(m_options.mapperName));
 }

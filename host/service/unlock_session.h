@@ -1,5 +1,6 @@
-// Whether the operating system may start, and its start: the one place that decides. The view asking for it
-// proves nothing; an opened keyslot in this host's own hands does, and so does a test boot.
+// An unlock session: who was let in and by what, whether that password must be replaced first, and whether
+// the operating system may start: the one place that decides. The view asking for it proves nothing; an
+// opened keyslot in this host's own hands does, and so does a test boot.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 
 namespace host {
 
-struct StartOptions
+struct UnlockOptions
 {
     std::string mapperName; // empty: a right password is enough, nothing is mapped
     bool testBoot = false;
@@ -20,11 +21,11 @@ struct StartOptions
     std::uint32_t mapperFlags = 0; // of libcryptsetup
 };
 
-class OsStart
+class UnlockSession
 {
 public:
     // `clock` says which passwords have expired; it must outlive this object.
-    OsStart(volume::Volume &volume, const Clock &clock, StartOptions options);
+    UnlockSession(volume::Volume &volume, const Clock &clock, UnlockOptions options);
 
     volume::Volume &GetVolume() { return m_volume; }
     bool IsTestBoot() const { return m_options.testBoot; }
@@ -37,12 +38,12 @@ public:
     // Whether anybody may log on by password here; whoever came in by the recovery sets one all the same.
     bool TakesPasswords() const { return m_options.passwordLogin; }
     // By a user's password; forgets by itself. Prohibited where none are taken.
-    [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const volume::Secret &password);
+    [[nodiscard]] volume::Error OpenVolume(const volume::UserName &name, const base::Secret &password);
     // By the first of these keyslots that the passphrase opens; forgets by itself.
     [[nodiscard]] volume::Error OpenKeyslots(const std::vector<int> &keyslots,
-                                             const volume::Secret &passphrase);
+                                             const base::Secret &passphrase);
     // This person has lost the password and proven another way in: nothing starts until it is replaced.
-    void Recover(const volume::UserName &name, volume::Secret volumeKey);
+    void Recover(const volume::UserName &name, base::Secret volumeKey);
     // Who was let in last, empty after Forget; only then a password may be replaced.
     const volume::UserName &Name() const { return m_name; }
     bool HasRecovered() const { return m_recovered; }
@@ -54,7 +55,7 @@ public:
     bool MustReplacePassword() const { return m_mustReplace || m_recovered; }
     // As the volume's policy allows. OldPasswordStays counts as replaced. When it fails for another reason
     // than the password, an expired one does for this time.
-    [[nodiscard]] volume::Error ReplacePassword(const volume::Secret &password);
+    [[nodiscard]] volume::Error ReplacePassword(const base::Secret &password);
 
     // Maps the volume when it is to be mapped. kProhibited without an opened keyslot; may be repeated.
     kro::result_t Start();
@@ -68,9 +69,9 @@ private:
 
     volume::Volume &m_volume;
     const Clock &m_clock;
-    StartOptions m_options;
+    UnlockOptions m_options;
     volume::UserName m_name;
-    volume::Secret m_volumeKey; // kept for mapping and for a new password
+    base::Secret m_volumeKey; // kept for mapping and for a new password
     bool m_opened = false;
     bool m_recovered = false;
     bool m_mustReplace = false;
