@@ -40,7 +40,7 @@ Login
 StartOperatingSystem
 Run: 0x00000000, the system starts'
 for host in "$work/example/example_host" "env LD_LIBRARY_PATH=$prefix/lib $work/by_pkg_config"; do
-    said=$(PBE_LOG=$work/log $host "$work/root") || fail "$host ended with $?" "$said" "$(cat "$work/log")"
+    said=$($host "$work/root") || fail "$host ended with $?:" "$said"
     [ "$said" = "$expected" ] || fail "$host said:" "$said"
 done
 
