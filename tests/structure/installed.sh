@@ -47,5 +47,6 @@ done
 # The installed host finds the installed module: it gets as far as looking for the display.
 printf 'green quill 7\n' | "$prefix/bin/pba_admin" volume create "$work/volume" --size 20M --user anna --iter-time 10 \
     --password-stdin
-said=$(env -u DISPLAY QT_QPA_PLATFORM=xcb "$prefix/bin/pba_host" --root "$work/root" --volume "$work/volume" 2>&1) || code=$?
+said=$(env -u DISPLAY QT_QPA_PLATFORM=xcb \
+    "$prefix/bin/pba_host" --root "$work/root" --volume "$work/volume" 2>&1) || code=$?
 [[ ${code-0} = 1 && $said = *display* ]] || fail "pba_host ended with ${code-0}:" "$said"
