@@ -41,7 +41,7 @@ export -f digest read_source say
 mkdir -p "$cache"
 find "$cache" -type f -mtime +60 -delete
 if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files '*.cpp' ':!tests')
+    mapfile -t files < <(git ls-files '*.cpp' ':!tests' ':!docs')
     set -- "${files[@]}"
 fi
 printf '%s\0' "$@" \

@@ -22,8 +22,11 @@ bool Find(void *library, const char *name, Function *function)
 std::string Module::DefaultPath()
 {
     std::error_code error;
-    const fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / kFileName;
-    return fs::exists(beside, error) ? beside.string() : (fs::path(PBA_MODULE_DIR) / kFileName).string();
+    const fs::path programs = fs::read_symlink("/proc/self/exe", error).parent_path();
+    const fs::path beside = programs / kFileName;
+    if (fs::exists(beside, error))
+        return beside.string();
+    return (programs / PBA_MODULE_DIR / kFileName).lexically_normal().string();
 }
 
 bool Module::Load(const std::string &path, std::string *fault)

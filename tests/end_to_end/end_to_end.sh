@@ -24,7 +24,7 @@ enter "$password"
 expect_end 0
 preload=
 [ "$(cat "$work/programs")" = watched ] || fail "Programs were started: $(cat "$work/programs")"
-head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version: [0-9.]+\}' \
+head -n 1 "$log" | grep -qE 'MODULE_VERSION_INFO \{pba_view, Quillmark, version: 3\.0\.1\.92\}' \
     || fail "The log does not begin with the version record."
 [ "$(grep -cE $'pba::QtViewImpl::OnLogin\t(BEGIN|END: 0x00000000)' "$log")" -eq 4 ] \
     || fail "The log does not hold two logins."
