@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+#include "platform/screen/fonts.h"
+
 namespace pbe {
 
 namespace {
@@ -22,6 +24,7 @@ void Start()
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return;
+    UseOwnFonts();
     s_current = new Application;
     qAddPostRoutine(Finish);
 }

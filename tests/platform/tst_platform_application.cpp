@@ -1,7 +1,9 @@
-// Stop and pointing devices, as they meet the application object and the X server.
+// Stop, fonts and pointing devices, as they meet the application object and the X server.
+#include <fontconfig/fontconfig.h>
 #include <xcb/xinput.h>
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QTest>
 #include <QTimer>
 
@@ -59,6 +61,17 @@ private Q_SLOTS:
         QApplication next(s_argumentCount, s_arguments);
         QTimer::singleShot(50, &next, [] { QCoreApplication::exit(7); });
         QCOMPARE(QApplication::exec(), 7);
+    }
+
+    void FontsComeWithoutTheSystemsRules()
+    {
+        QApplication application(s_argumentCount, s_arguments);
+        for (const QString &family : {u"DejaVu Sans"_qs, u"DejaVu Sans Mono"_qs})
+            QCOMPARE(QFontInfo(QFont(family)).family(), family);
+        FcStrList *files = FcConfigGetConfigFiles(nullptr);
+        while (const FcChar8 *file = FcStrListNext(files))
+            QVERIFY2(*file != '/', reinterpret_cast<const char *>(file));
+        FcStrListDone(files);
     }
 
     // First before the watch runs, then a storm, which is told once.
