@@ -41,6 +41,9 @@ QtViewImpl::QtViewImpl(IMainView *owner)
     // Before there are children: flags set later make each of them look up its style anew.
     setWindowFlags(kWindowFlags);
     Form().setupUi(this);
+    const auto fields = findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        WatchSecretField(field);
     ApplyPbaStyle(this);
     for (QWidget *widget :
          std::initializer_list<QWidget *>{Form().loginDomain, Form().fpsButton, Form().accelerationFactor,

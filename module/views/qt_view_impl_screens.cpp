@@ -31,7 +31,7 @@ void QtViewImpl::SetScreen(int index)
     const ScreenTraits &traits = TraitsOf(index);
     UpdateDebugLoggingWarning(index);
     SetCollectingEntropy(index == kScreenCollectEntropy);
-    Form().stackedWidget->setCurrentIndex(index);
+    Form().stackedWidget->ShowPage(index);
     ClearDefaultButtons();
     const bool inProgress = traits.recovery && IsRecoveryInProgress();
     // The host was asked, and may have shown another page in the middle of it.

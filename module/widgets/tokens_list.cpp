@@ -109,6 +109,7 @@ void TokensList::AddName(int row, const QString &name, QLineEdit *pin)
 QLineEdit *TokensList::AddPinField(int row)
 {
     auto *pin = new PinEdit;
+    WatchSecretField(pin);
     pin->setEchoMode(QLineEdit::Password);
     pin->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     pin->setMinimumSize(kFieldSize);

@@ -6,8 +6,10 @@
 #include "settings_format/settings_encoder.h"
 #include "tests/support/test_main.h"
 #include "module/views/hotkeys.h"
+#include "module/views/screen_traits.h"
 #include "tests/views/session.h"
 #include "module/widgets/pba_combo_box.h"
+#include "module/widgets/pba_page_stack.h"
 #include "module/widgets/response_input.h"
 
 // Languages are switched by Alt+Shift, layouts by Alt+Space; Alt+1 and Ctrl+Shift+2 jump.
@@ -46,13 +48,17 @@ static QString Keyboard(int key = 0, Qt::KeyboardModifiers held = {})
                                                                                 : QString());
 }
 
-// But a response keeps the order of its groups, in which it is read out.
+// When their page is first shown, which is when it is styled, and not before. But a response keeps the order
+// of its groups, in which it is read out.
 static void FieldsThatComeLaterAreMirroredToo()
 {
+    auto *pages = Session::Find<PbaPageStack>("stackedWidget");
     auto *input = Session::Find<ResponseInput>("responseInput");
     input->StartInput(nullptr);
     auto *line = input->findChildren<QLineEdit *>().last();
-    line->ensurePolished();
+    QVERIFY(line->font().family() != u"DejaVu Sans Mono");
+    pages->ShowPage(pba::kScreenResponse);
+    QCOMPARE(line->font().family(), u"DejaVu Sans Mono");
     QCOMPARE(line->layoutDirection(), Qt::RightToLeft);
     line->setText(u"1234.ABCD"_qs);
     const auto placeOf = [line](int position) {
@@ -60,6 +66,7 @@ static void FieldsThatComeLaterAreMirroredToo()
         return line->inputMethodQuery(Qt::ImCursorRectangle).toRect().x();
     };
     QVERIFY(placeOf(0) < placeOf(9));
+    pages->ShowPage(pba::kScreenLoginByPassword);
 }
 
 class TestKeyboard : public QObject

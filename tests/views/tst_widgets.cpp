@@ -23,6 +23,7 @@ private slots:
         Session().Play([] {
             QLineEdit field;
             field.setMaxLength(7);
+            WatchSecretField(&field);
             for (const QString &mask : {QString(), u">HHHH;_"_qs}) {
                 field.setInputMask(mask);
                 QTest::keyClicks(&field, u"beef"_qs);
