@@ -30,6 +30,8 @@ enum class VolumeError : std::uint8_t {
     PasswordTooShort,
     PasswordUnchanged,
     NotReplaceable, // the header is full or read-only, or this is nobody's password
+    Busy,           // another program is changing the header
+    DiskFault,
     Failed,
     Last = Failed
 };
@@ -340,6 +342,9 @@ struct Stop : EmptyMessage<Kind::Stop>
 using Request = std::variant<Hello, TryPassword, TryToken, CheckReplaceable, ReplacePassword, RecoveryBegin,
                              RecoveryEntropy, RecoveryFinish, Forget, Start>;
 using Event = std::variant<Tokens, Stop>;
+using AnyReply =
+    std::variant<HelloReply, TryPasswordReply, TryTokenReply, CheckReplaceableReply, ReplacePasswordReply,
+                 RecoveryBeginReply, RecoveryEntropyReply, RecoveryFinishReply, ForgetReply, StartReply>;
 
 template <typename Variant>
 struct VariantDecoder;

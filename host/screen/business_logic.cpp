@@ -1,10 +1,9 @@
 #include "host/screen/business_logic.h"
 
-#include <algorithm>
-
 #include "host/screen/guarded.h"
 #include "host/log.h"
 #include "pba/view.h"
+#include "host/service/offered_ways.h"
 #include "host/service/stop_signals.h"
 
 namespace host {
@@ -19,16 +18,10 @@ BusinessLogic::BusinessLogic(UnlockSession &unlockSession, LoginThrottle &thrott
 {
 }
 
-// Whoever the volume knows no way in for is not offered one; without any, the view says that there are no
-// users.
+// Without any way in the view says that there are no users.
 std::uint32_t BusinessLogic::ViewOptions() const
 {
-    const std::vector<volume::User> users = m_unlockSession.GetVolume().Users();
-    const bool hasPasswords = std::any_of(users.begin(), users.end(),
-                                          [](const volume::User &user) { return !user.keyslots.empty(); });
-    // Whoever lost the password, be it with the power in the middle of a change, resets it from that page.
-    const bool hasWay = hasPasswords || recovery::Find(m_unlockSession.GetVolume()).has_value();
-    return (hasWay && m_unlockSession.TakesPasswords() ? pba::kOptionLoginByPassword : 0) |
+    return (OffersPasswords(m_unlockSession) ? pba::kOptionLoginByPassword : 0) |
            (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
 }
 

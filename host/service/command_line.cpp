@@ -16,7 +16,7 @@ namespace {
 constexpr char kFooter[] = R"(
 Exit codes:
   0  the operating system was started; with --mapper-name the volume is active
-  1  the view failed, or there is no display to show it on
+  1  the view failed, or there is no display or terminal to show it on
   2  wrong usage, or a volume that cannot be used
   3  ended by a signal
   4  the test boot ended
@@ -76,6 +76,12 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_flag("--test-boot", line->testBoot, "Show the test-boot page instead of a login");
     app->add_flag("--allow-autologon", line->autologonAllowed, "Allow one automatic logon");
     app->add_flag("--no-password-login", line->noPasswordLogin, "Offer no login by password");
+    CLI::Option *text = app->add_flag(
+        "--text", line->text, "Ask line by line at the terminal of standard input, without a display");
+    app->add_option("--screen-user", line->screenUser,
+                    "Whom the screen of --text runs as, when root starts it: a name, or UID:GID,GID...")
+        ->needs(text)
+        ->check(CheckNotEmpty);
 }
 
 } // namespace

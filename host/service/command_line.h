@@ -27,6 +27,8 @@ struct CommandLine
     bool testBoot = false;
     bool autologonAllowed = false;
     bool noPasswordLogin = false;
+    bool text = false;
+    std::string screenUser;
 };
 
 // Nothing when the program is to end with `*exitCode`: after --help and --version, which write to standard

@@ -1,23 +1,29 @@
-// pba_host: loads the view module and lets a person open a LUKS2 volume through it.
+// pba_host: lets a person open a LUKS2 volume, through the view module or, at a terminal, through pba_text.
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <new>
 
-#include "host/screen/business_logic.h"
-#include "host/service/command_line.h"
-#include "host/screen/guarded.h"
-#include "host/service/last_login.h"
+#include <unistd.h>
+
+#include "base/process_protection.h"
+#include "base/text.h"
 #include "host/log.h"
+#include "host/screen/business_logic.h"
+#include "host/screen/guarded.h"
+#include "host/screen/identity.h"
 #include "host/screen/module.h"
+#include "host/service/command_line.h"
+#include "host/service/last_login.h"
+#include "host/service/screen_keeper.h"
+#include "host/service/service.h"
+#include "host/service/stop_signals.h"
 #include "pbe/application.h"
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "volume/interrupted_changes.h"
-#include "host/service/stop_signals.h"
 #include "volume/luks/mapper_options.h"
-#include "base/process_protection.h"
-#include "base/text.h"
 
 namespace {
 
@@ -47,13 +53,13 @@ volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Volume
 }
 
 // The view's own result tells less: a view that was stopped answers with a failure too.
-int ExitCode(const UnlockSession &unlockSession)
+int ExitCode(const UnlockSession &unlockSession, bool stopped)
 {
     if (unlockSession.HasTestBootEnded())
         return kExitTestBootEnded;
     if (unlockSession.HasStarted())
         return kExitStarted;
-    return StopRequested() ? kExitSignal : kExitViewFailed;
+    return stopped ? kExitSignal : kExitViewFailed;
 }
 
 kro::result_t RunView(const Module &module, BusinessLogic *logic)
@@ -81,29 +87,90 @@ std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Volu
     return std::make_unique<FileStateStore>();
 }
 
+// What decides, whichever screen asks. Members in the order in which they depend on each other.
+struct Deciders
+{
+    Deciders(const CommandLine &line, volume::Volume &volume)
+        : unlockSession(volume, clock,
+                  {line.mapperName, line.testBoot, !line.noPasswordLogin,
+                   volume::ActivationFlags(line.mapperOptions)})
+        , store(MakeStateStore(line, volume))
+        , throttle(*store, clock, [&volume] { return volume.GetPolicy(); })
+        , autologonAllowed(line.autologonAllowed && volume.GetPolicy().autologonAllowed)
+    {
+    }
+
+    Clock clock;
+    UnlockSession unlockSession;
+    std::unique_ptr<StateStore> store;
+    LoginThrottle throttle;
+    bool autologonAllowed;
+};
+
 int RunHost(const CommandLine &line, const Module &module, volume::Volume &volume)
 {
     const std::unique_ptr<pba::ITranslator, decltype(module.deleteTranslator)> translator(
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
-    Clock clock;
-    UnlockSession unlockSession(
-        volume, clock,
-        {line.mapperName, line.testBoot, !line.noPasswordLogin, volume::ActivationFlags(line.mapperOptions)});
     FinishPending(&volume);
-    const std::unique_ptr<StateStore> store = MakeStateStore(line, volume);
-    LoginThrottle throttle(*store, clock, [&volume] { return volume.GetPolicy(); });
-    if (line.stateInHeader && throttle.FormerLogin())
-        RestoreLastLogin(*throttle.FormerLogin());
-    BusinessLogic logic(unlockSession, throttle, texts,
-                        {line.autologonAllowed && volume.GetPolicy().autologonAllowed, line.tokenModule});
+    Deciders deciders(line, volume);
+    if (line.stateInHeader && deciders.throttle.FormerLogin())
+        RestoreLastLogin(*deciders.throttle.FormerLogin());
+    BusinessLogic logic(deciders.unlockSession, deciders.throttle, texts,
+                        {deciders.autologonAllowed, line.tokenModule});
     const kro::result_t result = StopRequested() ? kro::kCancelled : RunView(module, &logic);
-    const int exitCode = ExitCode(unlockSession);
+    const int exitCode = ExitCode(deciders.unlockSession, StopRequested());
     if (exitCode == kExitViewFailed) {
         std::cerr << "pba_host: the view ended without a login, with the code 0x" << std::hex
                   << static_cast<std::uint32_t>(result) << "; the log tells more\n";
     }
     return exitCode;
+}
+
+// Beside this program.
+std::string TextScreenPath()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).replace_filename("pba_text");
+}
+
+int RunText(const CommandLine &line, const std::optional<Identity> &identity, volume::Volume &volume)
+{
+    const TerminalSettings terminal;
+    if (!terminal.IsTerminal())
+        return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
+    FinishPending(&volume);
+    Deciders deciders(line, volume);
+    Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed);
+    ScreenKeeper keeper(service, terminal, {TextScreenPath(), {"--root", line.root}, identity});
+    keeper.Run();
+    const int exitCode = ExitCode(deciders.unlockSession, keeper.IsStopped());
+    return exitCode == kExitViewFailed
+               ? Refuse("the screen has ended too often, the last time " + keeper.WhyGivenUp(), exitCode)
+               : exitCode;
+}
+
+int ShowView(const CommandLine &line, volume::Volume &volume)
+{
+    Module module;
+    std::string fault;
+    if (!module.Load(line.module.empty() ? Module::DefaultPath() : line.module, &fault))
+        return Refuse("the view module cannot be loaded: " + fault);
+    kro::string_t missing;
+    if (const kro::result_t display = PbeCheckDisplay(&missing); kro::Failed(display))
+        return Refuse(missing.Data(), display == kro::kAccessDenied ? kExitNoAccess : kExitViewFailed);
+    return RunHost(line, module, volume);
+}
+
+// What is wrong with --screen-user; empty when nothing is.
+std::string FindScreenUser(const std::string &user, std::optional<Identity> *identity)
+{
+    if (user.empty())
+        return {};
+    if (geteuid() != 0)
+        return "--screen-user: only root can start the screen as another user";
+    *identity = FindIdentity(user);
+    return *identity ? "" : "--screen-user " + user + ": not known, or root's in part; name an ordinary user";
 }
 
 int Main(int argc, char **argv)
@@ -115,18 +182,14 @@ int Main(int argc, char **argv)
     InstallStopSignals();
     if (!PreparePlatform(*line))
         return Refuse(line->log + ": cannot be written; give --log another file");
+    std::optional<Identity> screenUser;
+    if (const std::string fault = FindScreenUser(line->screenUser, &screenUser); !fault.empty())
+        return Refuse(fault);
     std::unique_ptr<volume::Volume> volume;
     if (const volume::Error error = OpenVolume(*line, &volume); error != volume::Error::None)
         return Refuse(line->volume + ": " + volume::Describe(error),
                       error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
-    Module module;
-    std::string fault;
-    if (!module.Load(line->module.empty() ? Module::DefaultPath() : line->module, &fault))
-        return Refuse("the view module cannot be loaded: " + fault);
-    kro::string_t missing;
-    if (const kro::result_t display = PbeCheckDisplay(&missing); kro::Failed(display))
-        return Refuse(missing.Data(), display == kro::kAccessDenied ? kExitNoAccess : kExitViewFailed);
-    return RunHost(*line, module, *volume);
+    return line->text ? RunText(*line, screenUser, *volume) : ShowView(*line, *volume);
 }
 
 } // namespace

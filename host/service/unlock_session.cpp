@@ -111,7 +111,7 @@ kro::result_t UnlockSession::Start()
     }
     if (m_started)
         return kro::kOk;
-    if (!m_opened || m_mustReplace) {
+    if (!MayStart()) {
         Log(kLogErrors, "The operating system was asked for without an opened keyslot or with an expired "
                         "password; refused.");
         return kro::kProhibited;

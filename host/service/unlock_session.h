@@ -57,6 +57,8 @@ public:
     // than the password, an expired one does for this time.
     [[nodiscard]] volume::Error ReplacePassword(const base::Secret &password);
 
+    // The volume is open for whoever was let in, and nothing is asked of that person before the start.
+    bool MayStart() const { return m_opened && !m_mustReplace; }
     // Maps the volume when it is to be mapped. kProhibited without an opened keyslot; may be repeated.
     kro::result_t Start();
 

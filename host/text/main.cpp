@@ -3,6 +3,7 @@
 //   pba_text --channel DESCRIPTOR --root DIRECTORY
 // Exit codes: 0 the system starts, 1 the terminal or the service has ended before, 2 not to be used like
 // this.
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -38,6 +39,7 @@ int Talk(int channel, const char *root)
 int main(int argc, char **argv)
 {
     base::ProtectProcess();
+    std::signal(SIGHUP, SIG_IGN); // the ends of the line and of the service are noticed, and put it right
     if (argc != 5 || std::strcmp(argv[1], "--channel") != 0 || std::strcmp(argv[3], "--root") != 0)
         return Refuse("it is started by pba_host --text");
     const int channel = std::atoi(argv[2]);

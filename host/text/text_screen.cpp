@@ -47,6 +47,10 @@ const host::MessageText &MessageFor(VolumeError error)
         return host::kPasswordTooShort;
     case VolumeError::PasswordUnchanged:
         return host::kPasswordUnchanged;
+    case VolumeError::Busy:
+        return host::kVolumeBusy;
+    case VolumeError::DiskFault:
+        return host::kDiskFault;
     default:
         return host::kVolumeUnreadable;
     }

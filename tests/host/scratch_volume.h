@@ -53,6 +53,17 @@ public:
         return Open()->Login(name, MakeSecret(password), nullptr);
     }
 
+    // Anna's password is of an unknown age, which is too old for the policy.
+    static void Expire(volume::Volume &opened, volume::Policy policy)
+    {
+        policy.expiryDays = 1;
+        int object = opened.FindUser({"", "anna"})->object;
+        const char unknownAge[] = R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"anna"})";
+        if (opened.SetPolicy(policy) != volume::Error::None ||
+            opened.WriteObject(unknownAge, &object) != volume::Error::None)
+            qFatal("nothing expires");
+    }
+
 private:
     static QString Make(const QString &path)
     {

@@ -263,13 +263,7 @@ private slots:
             const ScratchVolume scratch;
             Host host(scratch);
             pba::ILoginByPasswordLogic &logic = *host.view.logic;
-            volume::Policy policy;
-            policy.expiryDays = 1;
-            int object = host.opened->FindUser({"", "anna"})->object;
-            QVERIFY(host.opened->SetPolicy(policy) == volume::Error::None);
-            const std::string unknownAge =
-                R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"anna"})";
-            QVERIFY(host.opened->WriteObject(unknownAge, &object) == volume::Error::None);
+            ScratchVolume::Expire(*host.opened, {});
             host.Login(u"", u"anna", kRight);
             QCOMPARE(host.view.TakeCalls(), Calls{"MustChangePassword"});
             QCOMPARE(logic.CancelChangePassword(), kro::kProhibited);

@@ -1,7 +1,7 @@
 // A forgotten password, from the button to the new one: the host on a real volume, a view that records, and
 // the test in the administrator's place.
 #include "tests/host/host_on_volume.h"
-#include "volume/recovery/challenge.h"
+#include "tests/host/recoverable_computer.h"
 #include "tests/support/test_main.h"
 
 using volume::Error;
@@ -40,29 +40,6 @@ public:
     kro::result_t StartResponceInput() override { return Note("Response"); }
 };
 
-// A computer with its recovery, as the help desk knows it.
-struct Computer
-{
-    explicit Computer(bool withRecovery)
-    {
-        const auto opened = scratch.Open();
-        base::Secret key;
-        const auto keep = [this](const recovery::Identity &kept, const recovery::RecoverySecret &its) {
-            identity = kept;
-            std::copy(its.View().begin(), its.View().end(), secret.Data());
-        };
-        if (withRecovery &&
-            (opened->Authorise(MakeSecret(ScratchVolume::kPassword), &key) != Error::None ||
-             recovery::SetUp(*opened, key, recovery::PublicKeyOf(administrator), keep) != Error::None))
-            qFatal("no recovery");
-    }
-
-    ScratchVolume scratch;
-    recovery::SecretKey administrator = recovery::MakeEphemeral({});
-    recovery::Identity identity;
-    recovery::RecoverySecret secret;
-};
-
 struct Scene : Computer, HostOnVolume<RecoveryView>
 {
     explicit Scene(bool withRecovery = true)
@@ -82,13 +59,8 @@ struct Scene : Computer, HostOnVolume<RecoveryView>
     // What the administrator reads out.
     kro::vector_t<kro::string_t> Respond(const volume::UserName &name)
     {
-        const auto challenge = recovery::DecodeChallenge(view.challenge);
-        if (!challenge || !BelongsTo(*challenge, identity))
-            qFatal("no challenge of this computer");
-        const auto response =
-            recovery::MakeResponse(administrator, identity, challenge->ephemeral, secret, name);
         kro::vector_t<kro::string_t> lines;
-        for (const base::Secret &line : *response)
+        for (const base::Secret &line : Computer::Respond(view.challenge, name))
             lines.PushBack(kro::string_t(line.View()));
         return lines;
     }

@@ -121,7 +121,7 @@ private slots:
             {login, 9, 1},
             {login, 10, '\xFF'},
             {reply, 2, 4},
-            {reply, 7, 8},
+            {reply, 7, static_cast<char>(VolumeError::Last) + 1},
             {reply, 8, 2},
             {tokens, 6, 0},
             {tokens, 6, 2},

@@ -1,16 +1,11 @@
 // pba_text on a terminal of its own, with a service that follows a script.
-#include <poll.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <utmp.h>
-
 #include <QDir>
 #include <QTemporaryDir>
 
 #include "base/code_string.h"
 #include "host/protocol/server.h"
 #include "host/protocol/socket_channel.h"
+#include "tests/support/terminal_program.h"
 #include "tests/support/test_main.h"
 
 using namespace protocol;
@@ -18,46 +13,16 @@ using namespace protocol;
 namespace {
 
 // Somebody at a serial line, and the service at the other end.
-class Line
+class Line : public TerminalProgram
 {
 public:
     explicit Line(const QByteArray &root)
         : Line(root, SocketChannel::MakeSockets())
     {
     }
-    ~Line()
-    {
-        close(m_master);
-        close(m_slave);
-    }
 
     Server server;
-    QByteArray shown;
 
-    void Expect(const QByteArray &text)
-    {
-        char bytes[256];
-        while (!shown.contains(text)) {
-            pollfd entry{m_master, POLLIN, 0};
-            const ssize_t size = poll(&entry, 1, 20000) == 1 ? read(m_master, bytes, sizeof bytes) : -1;
-            if (size <= 0)
-                qFatal("not shown: %s, but %s", text.constData(), shown.constData());
-            shown.append(bytes, size);
-        }
-        const qsizetype end = shown.indexOf(text) + text.size();
-        seen += shown.first(end);
-        shown.remove(0, end);
-    }
-    void Type(const QByteArray &line)
-    {
-        if (write(m_master, line + '\r', line.size() + 1) != line.size() + 1)
-            qFatal("nothing can be typed");
-    }
-    void Answer(const QByteArray &prompt, const QByteArray &line)
-    {
-        Expect(prompt);
-        Type(line);
-    }
     template <typename Wanted>
     Wanted Serve(const typename Wanted::Reply &reply)
     {
@@ -66,40 +31,20 @@ public:
             qFatal("not the request that was expected: %s", Describe(server.WhyClosed()));
         return std::get<Wanted>(std::move(*request));
     }
-    // The exit code; the terminal is as it was.
-    int End()
-    {
-        int status = -1;
-        waitpid(m_program, &status, 0);
-        termios after{};
-        tcgetattr(m_slave, &after);
-        const bool same = after.c_lflag == m_before.c_lflag && after.c_iflag == m_before.c_iflag;
-        return same && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    QByteArray seen;
 
 private:
+    // The copy is not close-on-exec.
     Line(const QByteArray &root, std::pair<int, int> ends)
-        : server(std::make_unique<SocketChannel>(ends.first))
+        : Line(root, ends, dup(ends.second))
     {
-        if (openpty(&m_master, &m_slave, nullptr, nullptr, nullptr) != 0)
-            qFatal("no terminal");
-        tcgetattr(m_slave, &m_before);
-        m_program = fork();
-        if (m_program == 0) {
-            login_tty(dup(m_slave));
-            const int channel = dup(ends.second); // not close-on-exec
-            execl(PBA_TEXT, PBA_TEXT, "--channel", QByteArray::number(channel).constData(), "--root",
-                  root.constData(), nullptr);
-            _exit(127);
-        }
+    }
+    Line(const QByteArray &root, std::pair<int, int> ends, int channel)
+        : TerminalProgram({PBA_TEXT, "--channel", QByteArray::number(channel), "--root", root})
+        , server(std::make_unique<SocketChannel>(ends.first))
+    {
+        close(channel);
         close(ends.second);
     }
-
-    int m_master = -1;
-    int m_slave = -1;
-    pid_t m_program = -1;
-    termios m_before{};
 };
 
 TryPasswordReply LoginReply(LoginResult result, std::uint32_t seconds = 0, bool mustReplace = false)

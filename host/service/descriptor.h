@@ -1,0 +1,34 @@
+// Closes what it holds.
+#pragma once
+
+#include <utility>
+
+#include <unistd.h>
+
+namespace host {
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    Descriptor(Descriptor &&other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {
+    }
+    Descriptor &operator=(Descriptor &&) = delete;
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            close(m_number);
+    }
+
+    int Number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+} // namespace host

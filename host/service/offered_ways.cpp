@@ -1,0 +1,20 @@
+#include "host/service/offered_ways.h"
+
+#include <algorithm>
+
+#include "volume/recovery/volume_recovery.h"
+
+namespace host {
+
+// Whoever lost the password, be it with the power in the middle of a change, resets it from that page.
+bool OffersPasswords(UnlockSession &unlockSession)
+{
+    if (!unlockSession.TakesPasswords())
+        return false;
+    const std::vector<volume::User> users = unlockSession.GetVolume().Users();
+    return std::any_of(users.begin(), users.end(),
+                       [](const volume::User &user) { return !user.keyslots.empty(); }) ||
+           recovery::Find(unlockSession.GetVolume()).has_value();
+}
+
+} // namespace host
