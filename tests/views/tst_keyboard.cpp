@@ -121,6 +121,7 @@ private slots:
             QCOMPARE(Keyboard(Qt::Key_Space, A), u"Hebrew Hebrew 0000040d mirrored");
             FieldsThatComeLaterAreMirroredToo();
             QCOMPARE(Keyboard(Qt::Key_Shift, A), u"French AZERTY 0001040c");
+            Session::Field("loginDomain")->setFocus();
             QCOMPARE(Keyboard(Qt::Key_1, A), u"English US 00000409");
             QCOMPARE(Keyboard(Qt::Key_At, C | S), u"French AZERTY 0001040c");
             QVERIFY(fake_pbe::LogText().contains("Keyboard layout index: 1, id: 66572\r\n"));

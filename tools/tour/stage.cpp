@@ -47,10 +47,16 @@ Stage::Stage(const char *module, const QString &pictures, const QString &languag
     m_createMainView = reinterpret_cast<decltype(m_createMainView)>(dlsym(library, "CreateMainView"));
     m_deleteMainView = reinterpret_cast<decltype(m_deleteMainView)>(dlsym(library, "DeleteMainView"));
     translator = reinterpret_cast<decltype(&CreateTranslator)>(dlsym(library, "CreateTranslator"))();
+    m_deleteTranslator = reinterpret_cast<decltype(m_deleteTranslator)>(dlsym(library, "DeleteTranslator"));
     for (const TranslatedText &text : TranslatedTexts(language)) {
         if (text.forms.first() != text.source)
             m_englishTexts.insert(text.source);
     }
+}
+
+Stage::~Stage()
+{
+    m_deleteTranslator(translator);
 }
 
 void Stage::PrepareFiles(const QString &language)

@@ -20,9 +20,12 @@ class Stage
 {
 public:
     Stage(const char *module, const QString &pictures, const QString &language);
+    ~Stage();
+    Stage(const Stage &) = delete;
+    Stage &operator=(const Stage &) = delete;
 
     RecordingHost host;
-    // Of the host's texts; null in English. Lives as long as the program.
+    // Of the host's texts; null in English. Lives as long as the stage.
     pba::ITranslator *translator = nullptr;
     std::uint32_t options = pba::kOptionLoginByPassword;
 
@@ -73,6 +76,7 @@ private:
 
     decltype(&CreateMainView) m_createMainView = nullptr;
     decltype(&DeleteMainView) m_deleteMainView = nullptr;
+    decltype(&DeleteTranslator) m_deleteTranslator = nullptr;
     QTemporaryDir m_root;
     QDir m_pictures;
     // Those that read differently in the stage's language.
