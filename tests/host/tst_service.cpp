@@ -14,7 +14,7 @@ namespace {
 // A screen and a service, with a wire between them that carries packets.
 struct Scene : HostOnVolume<SilentView>
 {
-    explicit Scene(const ScratchVolume &scratch, host::StartOptions start = {}, Memory *lasting = nullptr)
+    explicit Scene(const ScratchVolume &scratch, host::UnlockOptions start = {}, Memory *lasting = nullptr)
         : HostOnVolume(scratch, std::move(start), {}, lasting)
     {
         auto [ours, theirs] = MemoryChannel::MakePair();
