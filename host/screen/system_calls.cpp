@@ -148,7 +148,7 @@ private:
 void AllowDeviceCalls(Filter *filter)
 {
     constexpr std::uint64_t kType = 0xFF00;
-    for (const std::uint64_t type : {'E', 'F'})
+    for (const std::uint64_t type : {std::uint64_t{'E'}, std::uint64_t{'F'}})
         filter->AllowIf(SCMP_SYS(ioctl), 1, kType, type << 8);
     for (const std::uint64_t request : {TCGETS, FIONREAD, FIONBIO, TIOCGWINSZ})
         filter->AllowIf(SCMP_SYS(ioctl), 1, Filter::kInt, request);

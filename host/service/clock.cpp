@@ -18,7 +18,7 @@ std::int64_t Clock::SecondsSinceBoot()
     return time.tv_sec;
 }
 
-Clock::Clock(Source date, Source sinceBoot)
+Clock::Clock(const Source &date, Source sinceBoot)
     : m_sinceBoot(std::move(sinceBoot))
     , m_zero(date() - m_sinceBoot())
 {

@@ -14,7 +14,7 @@ public:
     static std::int64_t SystemDate();
     static std::int64_t SecondsSinceBoot();
 
-    explicit Clock(Source date = SystemDate, Source sinceBoot = SecondsSinceBoot);
+    explicit Clock(const Source &date = SystemDate, Source sinceBoot = SecondsSinceBoot);
 
     // In seconds since 1970.
     std::int64_t Now() const { return m_zero + m_ahead + m_sinceBoot(); }
