@@ -20,7 +20,7 @@ digest()
         clang-tidy --version
         printf '%s\n' "$commands"
         (cd $build && eval "$commands")
-    } | cat .clang-tidy - | sed "s|$PWD/||g" | sha256sum | cut -d ' ' -f 1
+    } | cat .clang-tidy - | sed "s|$PWD/\?||g" | sha256sum | cut -d ' ' -f 1
 }
 
 read_source()
