@@ -150,7 +150,7 @@ private slots:
             program.closeWriteChannel();
         }
         for (QProcess &program : programs) {
-            QVERIFY(program.waitForFinished());
+            QVERIFY(program.waitForFinished(120000));
             QVERIFY2(program.exitCode() == 0, program.readAllStandardError());
             const std::string name = "user" + std::to_string(&program - programs);
             QCOMPARE(scratch.Login({"", name}, kNewPassword), Error::None);

@@ -81,7 +81,7 @@ private slots:
             tool.closeWriteChannel();
         }
         for (QProcess &tool : tools)
-            QVERIFY2(tool.waitForFinished() && tool.exitCode() == 0, tool.readAllStandardError());
+            QVERIFY2(tool.waitForFinished(120000) && tool.exitCode() == 0, tool.readAllStandardError());
         QCOMPARE(RunStandardTool({"luksDump", copy}).output.count("luks2\n"), 3);
         const QByteArray call = kPassphrase + Computer(copy).Challenge();
         const bool first = Admin(RespondArguments("lab-7", copy + "0"), call).exitCode == 0;

@@ -153,7 +153,7 @@ private slots:
             terminal.start("script", {"-qc", command, "/dev/null"});
             QVERIFY(AnswerPrompt(&terminal, "New password: ", "Oops one\n"));
             QVERIFY(AnswerPrompt(&terminal, "New password again: ", again));
-            QVERIFY(terminal.waitForFinished());
+            QVERIFY(terminal.waitForFinished(120000));
             const QByteArray shown = terminal.readAllStandardOutput();
             QVERIFY2(shown.contains("ends with " + QByteArray::number(exitCode) + "\r\n"), shown);
             QVERIFY2(shown.contains(" echo ") && !shown.contains("Oops"), shown);
@@ -186,7 +186,7 @@ private slots:
         tool.closeWriteChannel();
         QTRY_VERIFY(!files().isEmpty());
         ::kill(static_cast<pid_t>(tool.processId()), SIGTERM);
-        QVERIFY(tool.waitForFinished());
+        QVERIFY(tool.waitForFinished(120000));
         QCOMPARE(tool.exitStatus(), QProcess::CrashExit); // it died of the signal
         QCOMPARE(files(), QStringList());
     }
