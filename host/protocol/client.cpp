@@ -1,26 +1,8 @@
 #include "host/protocol/client.h"
 
+#include "base/flag_scope.h"
+
 namespace protocol {
-namespace {
-
-// Ends also with an exception of a Wait.
-class FlagScope
-{
-public:
-    explicit FlagScope(bool &flag)
-        : m_flag(flag)
-    {
-        m_flag = true;
-    }
-    ~FlagScope() { m_flag = false; }
-    FlagScope(const FlagScope &) = delete;
-    FlagScope &operator=(const FlagScope &) = delete;
-
-private:
-    bool &m_flag;
-};
-
-} // namespace
 
 Client::Client(std::unique_ptr<Channel> channel, Wait wait)
     : Peer(std::move(channel))
@@ -33,7 +15,7 @@ bool Client::Exchange(const Secret &packet, Kind reply, Limit limit)
 {
     if (m_asking || !TakeEvents() || !Send(packet))
         return false;
-    const FlagScope asking(m_asking);
+    const base::FlagScope asking(m_asking);
     return AwaitReply(reply, Deadline(limit));
 }
 

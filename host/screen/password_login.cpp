@@ -8,6 +8,7 @@
 #include "pba/view.h"
 #include "host/screen/scopes.h"
 #include "host/service/stop_signals.h"
+#include "base/flag_scope.h"
 #include "base/text.h"
 
 namespace host {
@@ -44,7 +45,7 @@ kro::result_t PasswordLogin::Exclusively(const Act &act)
     if (m_underWay)
         return kro::kInvalidState;
     return Guarded([&] {
-        const FlagScope underWay(m_underWay);
+        const base::FlagScope underWay(m_underWay);
         return act();
     });
 }

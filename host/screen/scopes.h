@@ -15,21 +15,4 @@ public:
     BusyScope &operator=(const BusyScope &) = delete;
 };
 
-// Marks a call as under way.
-class FlagScope
-{
-public:
-    explicit FlagScope(bool &flag)
-        : m_flag(flag)
-    {
-        m_flag = true;
-    }
-    ~FlagScope() { m_flag = false; }
-    FlagScope(const FlagScope &) = delete;
-    FlagScope &operator=(const FlagScope &) = delete;
-
-private:
-    bool &m_flag;
-};
-
 } // namespace host

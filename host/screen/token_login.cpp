@@ -8,6 +8,7 @@
 #include "host/screen/scopes.h"
 #include "host/service/stop_signals.h"
 #include "host/screen/token_messages.h"
+#include "base/flag_scope.h"
 #include "base/text.h"
 
 namespace host {
@@ -130,7 +131,7 @@ kro::result_t TokenLogin::LoginByToken(std::int32_t index, const kro::string_t &
     if (index < 0 || static_cast<std::size_t>(index) >= m_shown.size())
         return kro::kInvalidArgument;
     return Guarded([&] {
-        const FlagScope underWay(m_underWay);
+        const base::FlagScope underWay(m_underWay);
         return TryLogin(m_shown[index], pin.View());
     });
 }
