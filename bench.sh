@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Measures the view beside a bare dialog of the same toolkit, and the costs of single parts; prints one table.
 # A benchmark, not a test: it passes no judgement, for the figures depend on the computer.
 set -euo pipefail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A line added to the end of a file that only ever grows, on the disk for good when the constructor returns.
 // It is taken back unless it is kept.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the groups of commands are put together from. Each group lives in a file of its own.
 #pragma once
 

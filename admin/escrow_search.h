@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds records in an escrow, which may hold those of a whole organisation. An index beside the file,
 // "FILE.index", keeps the places of its records in the order of the machines' names; it is made anew whenever
 // the file is not the one that it was made of. It only leads to records, it vouches for none.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a command gives up: a line for standard error, or one for each fault, and the exit code of the program.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hot keys as an administrator writes them: modifiers and one key, joined by "+". docs/settings-format.md
 // lists the names.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reports for programs, on standard output.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Languages as settings name them: an identifier and the name that their speakers use.
 #pragma once
 

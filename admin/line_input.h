@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lines that hold secrets, read without a copy left behind in a buffer.
 #pragma once
 

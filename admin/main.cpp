@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_admin: prepares volumes, users, tokens, settings and recovery for the view's host.
 #include <cstdio>
 #include <iostream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file of a size that nobody chose, read without a copy. Other programs of ours wait with their writing
 // until this object ends.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where a command takes its passwords from: the terminal, or lines of standard input.
 #pragma once
 

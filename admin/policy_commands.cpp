@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a volume asks of its users' passwords and logins: policy show and policy set.
 #include <algorithm>
 #include <ctime>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Says at a terminal what takes so long, once it has taken a second.
 #pragma once
 

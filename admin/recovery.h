@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Offline recovery of forgotten passwords: the administrator's keys, what computers are enrolled with, and
 // the answer to a challenge. Each command throws Failure and leaves nothing half done.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The directory that holds the two halves of the administrator's key.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What happens at the help desk: pba_admin recovery respond.
 #include <algorithm>
 #include <iostream>

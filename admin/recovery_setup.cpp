@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What happens at the volume: pba_admin recovery enroll, renew and status.
 #include <iostream>
 #include <optional>

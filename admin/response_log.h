@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the help desk has answered: a line of JSON for each response, beside the escrow.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file in the making: it has no name yet where the file system can do without, so that nothing is left of
 // it however the program ends. Elsewhere it has a temporary one in the directory of its final one, and is
 // gone when it is not finished, also when a signal that can be caught ends the program. One at a time.

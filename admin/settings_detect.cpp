@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings made of how a system is set up.
 #include "admin/settings.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file of settings in either form, and what there is to say about it.
 #pragma once
 

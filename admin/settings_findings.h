@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is wrong or odd in settings that could be read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings as an administrator writes them, in JSON (docs/settings-format.md).
 #pragma once
 

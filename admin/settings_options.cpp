@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command line of pba_admin settings.
 #include "admin/command_line.h"
 #include "admin/settings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings for a person to read: what is in them and what is wrong with them.
 #include "admin/settings.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Signals by which a person ends or stops the program, held back while something must not be left halfway.
 #pragma once
 

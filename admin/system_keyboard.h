@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a Linux system below some root directory is set up: its name, its language, its keyboard.
 #pragma once
 

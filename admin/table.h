@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rows in columns on standard output, for people; programs take --json.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The commands of pba_admin token. Each throws Failure and leaves nothing half written.
 #pragma once
 

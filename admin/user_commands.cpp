@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The commands that change users: user add, remove and passwd.
 #include "admin/commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command lines of pba_admin volume and pba_admin user.
 #include "admin/command_line.h"
 #include "admin/commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a volume holds, for people and for programs: volume info and user list.
 #include "admin/commands.h"
 

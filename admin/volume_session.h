@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How commands open a volume, and how they fail on one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Strings that people read out and type: Crockford's base-32 digits with a check digit at the end, which
 // knows the row the string stands in.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "base/durable_name.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files whose name is new or has changed.
 #pragma once
 

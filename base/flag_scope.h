@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Marks a call as under way, until it ends in any way.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How much memory the computer has. An initramfs overcommits: the kernel kills the program instead of
 // refusing memory, so a derivation must be weighed before it begins.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keeps secrets inside the program, and what is not meant for it out of a volume.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A byte string that must not be left behind: a passphrase or a volume key. It lives in locked pages of its
 // own, left out of core dumps, that are wiped when it ends; can be moved but not copied, and never grows,
 // since growing would leave a copy. Where the system allows no locking it is kept unlocked: nobody is shut

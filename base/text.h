@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The two encodings that meet at a volume: the view speaks UTF-16, headers and passphrases are UTF-8.
 // Nothing is normalised: a passphrase is the bytes as typed, as the standard tools take it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program's free and realloc, which take the place of the C library's for the toolkit and the view module
 // too: what is given back is wiped first. A typed character passes through many short-lived strings of the
 // toolkit, and none of them can be asked to clean up.

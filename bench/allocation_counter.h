@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Counts what a piece of code takes from the heap, by malloc and what rests on it.
 #pragma once
 

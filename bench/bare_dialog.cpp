@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The least that a toolkit program with a login could be: one line edit and one button. The view is measured
 // against it, for everything that it costs beyond this is our own doing.
 #include <QApplication>

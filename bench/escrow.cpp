@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The search in the escrow of a whole organisation: first when the index has to be made, then with it.
 #include <cstdio>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loaded into a program before its own libraries: reports when the login button has been painted for the
 // first time, and ends the program. The view and the bare dialog carry the same probe, so that its cost
 // cancels out.

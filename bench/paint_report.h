@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the probe inside a measured program tells the starter, over a pipe.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The costs of single parts, measured inside a run of the real view on the real platform library. PBE_ROOT
 // names prepared settings.
 #include <chrono>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Starts the bare dialog and the view by turns and compares the medians of time and memory until the login
 // page has been painted. Other work on the computer meets both alike.
 //   bench_start PLATFORM PROBE BARE_DIALOG HOST [HOST'S ARGUMENT...]

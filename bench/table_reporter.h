@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Prints the medians of benchmarks as rows of the table that ./bench.sh puts together.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Catalogues from any bytes: in one that passes the check the toolkit's reader never leaves the bytes, which
 // end where memory ends.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the recovery reads that somebody else may have written: the object of a header, a line of the escrow,
 // a public key, and what a person types. An accepted object stays the same when it is written again.
 #include <cstdlib>

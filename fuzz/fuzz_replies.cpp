@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a screen reads: the replies, each to its question, and the events. A packet that is accepted is the
 // only way to write its message.
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the service reads from whatever has taken a screen's place. A packet that is accepted is the only way
 // to write its message.
 #include <cstdlib>

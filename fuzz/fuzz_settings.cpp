@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings from any bytes: decoding never fails otherwise than by its result, and what it has read is what
 // the encoder writes.
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Objects of a header that somebody else may have written: what is accepted as a user stays the same user
 // when it is written again.
 #include <cstdlib>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # encode.sh SOURCE OUTPUT: a help text, UTF-8, becomes what the view reads: UTF-16 with CR LF. The last line
 # ends without one, for it would show as an empty line.
 set -euo pipefail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host's lines in the platform's log. Never give it what a person typed.
 #pragma once
 

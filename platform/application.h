@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the platform holds for one application object. It comes with the application and goes with it, while
 // the connection to the window system still stands, so that every run in a process begins anew.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The performance counter: the kernel's monotonic clock.
 #include "pbe/counter.h"
 

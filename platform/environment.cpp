@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the toolkit and its libraries read of the environment when the application object is made, settled
 // when this library is loaded.
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view's files below the root directory. Only regular files are opened, and without waiting: a fifo or a
 // device in their place must not hang the start of the computer.
 //

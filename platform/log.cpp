@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The log: a severity and a sink. A line that is dropped costs one load of an atomic; one that is written
 // costs one system call and no memory. Whatever goes wrong here, the log never stops the person who logs on:
 // lines are lost rather than waited for.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Ends the event loops when a stop was requested, be it from a signal handler or before there was an
 // application.
 #pragma once

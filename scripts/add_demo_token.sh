@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # add_demo_token.sh PBA_ADMIN DIR: gives the demonstration in DIR a token made of software, for ./run --token, and a
 # volume of its own: in the other one the password may have been changed.
 set -euo pipefail

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Shared by run, test and bench.sh: packages, builds, X servers. To be sourced from the project's directory.
 
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1

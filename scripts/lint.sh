@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Has clang-tidy read all sources, or those given: scripts/lint.sh [FILE...], by the build that ./test asan makes. What
 # was found in order is not read again until something changes that the answer depends on: what the compiler sees of
 # the source, comments and macros too, its command line, .clang-tidy or the version of clang-tidy.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Changes one thing at a time in the sources and tells whether a test notices: a line a mutant, the rate at the end.
 
 The mutants live in a clone of HEAD in build/mutants, never in this tree; what is not committed is not looked at.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # prepare_demo.sh PBA_ADMIN DIR: a root directory and a LUKS2 volume with two users, for ./run.
 set -euo pipefail
 admin=$1

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # put_texts.sh BUILD LANGUAGE ROOT: settings, catalogues and help texts of a language, for the demonstration.
 set -euo pipefail
 build=$1

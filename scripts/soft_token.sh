@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # soft_token.sh DIR LABEL PIN [rsa|strict|ec]: adds a token to the SoftHSM in DIR, which is made when it is missing,
 # with a key and its certificate; a strict one is of RSA and wants the PIN for each use. To use it:
 # SOFTHSM2_CONF=DIR/softhsm2.conf. The PIN is a throw-away one.

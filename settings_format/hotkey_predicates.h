@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which hot keys are allowed, without a word to the log: the administrator's tool asks the same questions
 // before it writes the settings as the view asks after it has read them.
 #pragma once

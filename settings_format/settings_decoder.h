@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Decodes settings.bin. The file may be damaged or hostile: nothing is read beyond its end, and no more
 // memory is taken than a fixed multiple of its size.
 #pragma once

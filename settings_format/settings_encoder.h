@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The binary form of the settings, which the view reads (docs/settings-format.md).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What settings.bin holds: the computer's name, the input languages and the hot keys. Shared with the
 // administrator's tool, hence free of the toolkit.
 #pragma once

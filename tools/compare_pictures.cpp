@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_compare_pictures BEFORE AFTER: names the pictures below two directories that differ in any pixel, or
 // that only one of them has. Ends with 0 when there are none, with 1 when there are, with 2 when it cannot
 // tell.

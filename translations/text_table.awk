@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # A catalogue of the translation tools as lines: each text in English, and below it its translation. For the
 # console, where there is no toolkit to read the other form.
 /<source>/ { source = content("source") }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts that the toolkit asks the view's catalogue for. Nothing includes this file: lupdate reads it.
 
 // Decides whether everything is mirrored: RTL where the language runs from right to left, else LTR.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # update.sh LUPDATE DIR: brings the .ts files in DIR up to date with the texts in the sources. What is new is
 # left unfinished, what is gone is dropped.
 set -euo pipefail

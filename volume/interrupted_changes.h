@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a loss of power left half done on a volume, to be finished or undone at each start that may write.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A host with a fixed set of users in memory, to begin another one with: it loads the view, prints each of
 // its calls and lets whoever knows a password through. Nothing of a toolkit, nothing but include/.
 //   example_host ROOT     ROOT/pba/ holds the view's files; all of them may be missing

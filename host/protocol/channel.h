@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A way for packets between two sides, in order and each as a whole. One thread uses it.
 #pragma once
 

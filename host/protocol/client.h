@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The screen's side: it asks, one question at a time, and takes what the service tells in between.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the screen asks of the service, what the service answers, and what it tells without being asked. The
 // service trusts nothing that a screen says: each request may come at any time and in any order, and is
 // answered by what the service itself knows.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bytes between the service and its screens. A packet is the protocol's version, the kind of its message
 // and the fields one after the other: numbers with the least byte first, texts and lists behind their length.
 // There is one way to write a message and no room for more: what is short, long or anything else than a

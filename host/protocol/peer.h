@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What both sides of the protocol have in common: the channel, and the end of it. A side that finds anything
 // wrong closes the connection and remembers why; from then on nothing is sent or received. One thread uses
 // it.

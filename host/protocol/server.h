@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The service's side. The other one may be anything that has taken a screen's place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A channel over a socket of packets, to another process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/screen/business_logic.h"
 
 #include "host/screen/guarded.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the view asks this host at the start of each activity.
 #pragma once
 

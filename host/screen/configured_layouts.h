@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The keyboard layouts of this computer, from the view's settings.
 #pragma once
 

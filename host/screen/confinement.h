@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Takes from a process what a screen does not need: after it, drawing code that somebody has taken over can
 // read fonts, hear keys and paint, and ask the service, but not reach the volume, other processes or the net.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person is told when the volume did not do what was asked of it.
 #pragma once
 

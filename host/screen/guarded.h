@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the body of a call that the view makes: no exception may reach the view.
 #pragma once
 

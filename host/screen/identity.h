@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // As whom a process runs.
 #pragma once
 

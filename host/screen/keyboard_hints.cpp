@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/screen/keyboard_hints.h"
 
 #include "host/screen/configured_layouts.h"

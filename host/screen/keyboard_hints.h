@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person should know about the keyboard whose password was refused.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The paths that a process can reach.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view module, loaded at run time.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reset of a forgotten password: challenge and response, then a new password for the user whom the
 // administrator has named.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What has to be taken back however a call ends.
 #pragma once
 

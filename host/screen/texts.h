@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every text that the host shows to a person, in English, and its translation through the module.
 #pragma once
 

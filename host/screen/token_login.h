@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Login by token and PIN: the key on the token brings back the passphrase of a keyslot.
 //
 // Tokens are looked for anew with every question, since they come and go; no message is shown for it, and a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/screen/token_messages.h"
 
 // Known to the translation tools, which collect the texts from these marks.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person is told when a token does not open the volume.
 #pragma once
 

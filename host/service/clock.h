@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The date by which passwords expire and logins have to wait. The computer's clock is read once; from then on
 // only the time since the computer's start is added, so that setting the clock gains nothing within one run.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command line of pba_host, which scripts and the boot image rely on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Closes what it holds.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view's files of the last user and domain, where the volume's header remembers them: a root that is made
 // anew at each start has lost what the view wrote.
 #pragma once

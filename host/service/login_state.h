@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the host remembers from one start to the next: failed logins, and who logged on last.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Slows down guessing: after some failed logins each further one makes the next wait. The host itself never
 // waits, it refuses and says for how long.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_host: lets a person open a LUKS2 volume, through the view module or, at a terminal, through pba_text.
 #include <cstdio>
 #include <filesystem>

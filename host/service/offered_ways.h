@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which ways in a person is offered. Whoever the volume knows none for is not offered one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a password may do here, decided and counted: nothing of it is shown.
 #pragma once
 

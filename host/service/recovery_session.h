@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The recovery of a forgotten password as far as it is decided: one challenge at a time, the responses to it,
 // and whose password may be set. Nothing of it is shown.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Starts the screen, answers what it asks, and starts another one in its place when it ends before its time.
 //
 // This thread only waits: for the screen's questions and its end, and for signals. What a question takes runs

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "host/service/screen_process.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A screen in a process of its own, without this one's files and rights. It ends with this object at the
 // latest.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a screen asks, answered by what is known here: which password was right, how often it was not, and
 // what was asked for before. A screen that asks in another order, or for what it was not offered, gains
 // nothing by it.

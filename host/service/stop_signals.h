@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // SIGINT, SIGTERM and SIGHUP end the view, which gives the display back; a second one ends the program at
 // once.
 #pragma once

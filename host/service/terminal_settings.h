@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The settings of the terminal at standard input, as they were before a screen changed them.
 #pragma once
 

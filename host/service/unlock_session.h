@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An unlock session: who was let in and by what, whether that password must be replaced first, and whether
 // the operating system may start: the one place that decides. The view asking for it proves nothing; an
 // opened keyslot in this host's own hands does, and so does a test boot.

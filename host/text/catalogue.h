@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The translations of the host's texts, for programs without the toolkit: a file of lines, each text in
 // English and below it what it is in the language of the computer.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_text: asks at a terminal, its standard input and output, for what pba_host wants to know. Started by
 // it:
 //   pba_text --channel DESCRIPTOR --root DIRECTORY

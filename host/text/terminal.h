@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A console or a serial line. It is as before when this object ends.
 #pragma once
 

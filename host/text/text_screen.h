@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The screen of a console or a serial line: it asks line by line, and the service decides, as it does for the
 // other screen.
 #pragma once

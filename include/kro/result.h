@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Result codes: the 32-bit values by which every fallible operation of the view, its host and its
 // platform answers. 0 is success, 1 the "false" success; a set top bit (a negative value) is a failure.
 // The English text of each code comes from GetResultCodeText in the module and is what support staff see.

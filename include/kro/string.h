@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The string that crosses the boundary between host, view and platform.
 //
 // Layout, fixed: buffer pointer, length, capacity. Length and capacity count characters and leave the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The framework's object and tracer interfaces. Slot order is the order of declaration. Nothing here throws.
 #pragma once
 

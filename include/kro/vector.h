@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The list that crosses the boundary between host, view and platform.
 //
 // Layout, fixed: buffer pointer, number of elements, capacity in elements. The buffer comes from malloc, so

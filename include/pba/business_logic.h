@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host's side of the contract: what the view asks at the start of each activity.
 #pragma once
 

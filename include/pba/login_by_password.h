@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Login by user name and password, and the password change that may follow it.
 #pragma once
 

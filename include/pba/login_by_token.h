@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Login by token or smart card and PIN.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What every narrow view offers: a message shown over the current screen.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reset of a forgotten password in three steps: entropy, challenge, response.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Translation of the host's own texts, from the catalogue \pba\l10n_pba.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view module: its four exports and its main view.
 //
 // Conventions of the whole boundary (include/kro, include/pba):

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a host may ask of the platform while the view runs. Free of Qt.
 #pragma once
 

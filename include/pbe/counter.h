@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The platform's performance counter. Free of Qt.
 #pragma once
 

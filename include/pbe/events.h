@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hot-plug notifications: values of QEvent::Type that the platform posts to the top-level windows of the
 // application, on its own thread. Free of Qt.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view's files. The module names them by fixed wide paths below \pba\, without a drive letter; the
 // platform keeps them below a root directory: with the root ROOT, \pba\settings.bin is ROOT/pba/settings.bin.
 // Free of Qt.

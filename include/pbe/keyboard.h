@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keyboard layouts, for hosts: what they are called, what they can type, which one is in force. A layout goes
 // by its 32-bit identifier, for example 0x00000407 (German) or 0x00010409 (Dvorak). Free of Qt; GUI thread
 // only.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The platform's log. Free of Qt; every function may be called from any thread.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Pointing devices: how many there are, and word of every change (see events.h).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The screen, as the platform extends the toolkit. Needs a running QApplication; GUI thread only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one style sheet of the module's windows.
 #pragma once
 

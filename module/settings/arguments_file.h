@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The arguments file, meant for testing: one option, "test-mode", in the syntax of configuration files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/settings/input_locale_checks.h"
 
 #include "settings_format/hotkey_predicates.h"

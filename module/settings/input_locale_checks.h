@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether the input languages and hot keys of the settings can be used. What is wrong is logged.
 #pragma once
 

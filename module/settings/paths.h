@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every file that the module reads or writes, by the name that it also has in the log. The platform decides
 // where \pba\ lies.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The module's files through the platform, which knows where they lie and opens regular files only, so that
 // nothing put in their place can hang the start.
 #pragma once

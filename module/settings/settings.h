@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The configuration of the view: the constant settings, loaded once on first use, and the memory of the last
 // user and domain. The constant settings never fail: what cannot be used gives way to built-in defaults.
 #pragma once

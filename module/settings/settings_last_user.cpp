@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The memory of the last user and domain.
 #include "module/settings/settings.h"
 

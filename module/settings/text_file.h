@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text files of the module, read and written whole: UTF-16, CR LF in the file and LF in the string. Failures
 // are logged; what they mean is the caller's affair.
 #pragma once

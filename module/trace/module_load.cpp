@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes the version record when the module is loaded, so that every log says which module it comes from.
 #include "module/trace/trace_message.h"
 #include "module/trace/version.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/trace/module_tracer.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The module's one tracer: owns the memory of log lines while they are built and hands them to the platform.
 #pragma once
 

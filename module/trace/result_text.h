@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The English texts of result codes, for support staff. Never translated.
 #pragma once
 

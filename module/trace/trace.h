@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The fixed shapes of log lines: begin and end of a function, a call with its argument, an error, an empty
 // line.
 #pragma once

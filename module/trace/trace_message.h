@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The builder of one log line. It writes into a block that the tracer owns and hands the line over when it
 // goes out of scope. A line that nobody wants to read costs one question for the severity: an inactive
 // builder formats and allocates nothing.

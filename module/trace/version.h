@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The version that the module shows and logs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/views/catalogue.h"
 
 #include "module/settings/pba_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A catalogue is a magic number and sections: a byte that tells its kind, its length, and as many bytes.
 // Integers are big-endian.
 //

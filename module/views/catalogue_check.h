@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check of a catalogue. The toolkit's reader believes every length and offset in it, so that a damaged
 // sector of the disk would end each start of the view. Free of Qt.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/views/challenge_text.h"
 
 namespace pba {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A challenge string as it is read out on the telephone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bytes gathered so far, of the number that a host asked for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dialog base that gathers entropy while it is told to: from the keys that reach the dialog, and from the
 // moves of the pointer over every widget of the application. One physical event counts once.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Turns keys and moves of the pointer into random bytes. A byte comes from what was done and from the moment
 // at which it was done; doing the same again adds nothing.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The four functions by which a host sees the module.
 #include <memory>
 #include <new>

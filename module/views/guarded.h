@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // No exception crosses the boundary: every call of the host that may need memory is run by this.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Conversion between the toolkit's strings and those that cross the boundary to the host.
 #pragma once
 

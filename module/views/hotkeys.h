@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hot keys in the toolkit's terms: what the settings' hot keys become, and whether a key event is one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/views/main_view.h"
 
 #include <QApplication>

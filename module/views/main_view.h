@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The main view that the host holds: it owns a run of the user interface and forwards the host's requests to
 // the controller that exists meanwhile.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/views/qt_view_impl.h"
 
 #include <boost/program_options/variables_map.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The controller: the one dialog of the user interface. It owns the form, shows one page of it at a time,
 // turns what the person does into calls to the host and what the host asks for into screens.
 //

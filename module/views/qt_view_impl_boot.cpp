@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The test boot, the keyboard test, and the start of the operating system.
 #include "module/views/qt_view_impl.h"
 

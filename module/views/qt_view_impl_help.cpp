@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Help: a text for each page, from files that may be replaced without rebuilding the module.
 #include "module/views/qt_view_impl.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The hot keys of the keyboard. The application's event filter brings every key event, first of all as the
 // window's, so that one that is consumed there has been seen once.
 #include "module/views/qt_view_impl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keyboard language and layout: the selectors, which are filled from the settings, and the text direction.
 #include "module/views/qt_view_impl.h"
 

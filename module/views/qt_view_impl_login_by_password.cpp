@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Login by user name, password and domain, and the automatic logon from a file.
 #include "module/views/qt_view_impl.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The token pages, and the check whether tokens that came or went change the screen.
 #include "module/views/qt_view_impl.h"
 

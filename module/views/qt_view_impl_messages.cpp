@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Everything that the person is told outside the screens: messages, confirmations, internal errors, and the
 // warning that the log may hold private data.
 #include "module/views/qt_view_impl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What follows a login, and the page on which a new password is set.
 #include "module/views/qt_view_impl.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The way through the password reset: how it starts, how it is left or begun anew, what follows a response.
 #include "module/views/qt_view_impl.h"
 

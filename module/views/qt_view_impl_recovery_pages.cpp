@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The three steps of the password reset: entropy is gathered, the challenge shown, the response typed.
 #include "module/views/qt_view_impl.h"
 

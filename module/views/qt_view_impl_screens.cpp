@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which page is shown, and the state changes that wait for the host's call to return.
 #include "module/views/qt_view_impl.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the first showing to the host's Init. The hops let the starting page paint before the slow work.
 #include "module/views/qt_view_impl.h"
 

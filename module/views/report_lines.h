@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The line numbers that internal-error reports carry. Support staff look them up, so they stay what they are
 // however the sources move; a report that is not listed here carries its real line, that of the call.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which input languages are written from right to left.
 #pragma once
 

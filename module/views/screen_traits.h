@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the controller needs to know of each screen, in one table instead of a switch here and there.
 #pragma once
 

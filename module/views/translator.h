@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The translator that the host is offered for its own texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The narrow views that the host is handed for each activity: forwarders to the one controller.
 #pragma once
 

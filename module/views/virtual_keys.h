@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The keys of the settings, which go by virtual-key codes, as the toolkit names them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The frame that the module's own dialogs share: no title bar, a fixed size, the middle of the screen, the
 // common look.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The focus on a page that has only just been switched to, or in a list that has been built anew.
 #pragma once
 

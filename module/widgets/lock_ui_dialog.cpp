@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/widgets/lock_ui_dialog.h"
 
 #include "module/forms/ui_lock_ui_dialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A message that stands in front of everything and has no control that ends it.
 #pragma once
 

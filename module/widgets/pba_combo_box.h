@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A push button whose pop-up menu plays the part of a drop-down list. The menu opens upwards, since the
 // button stands at the bottom edge of the screen. Only a person's choice emits CurrentIndexChanged.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/widgets/pba_elided_label.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A label for a name of any length, on one line where it fits. Else it is broken, between words where it can
 // be, over the lines that the label is high; what is still too long is cut, and a tool tip tells the whole.
 // It so never widens the window.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A line edit that paints a hint while it is empty, also while it has the focus. The hint is the dynamic
 // property "pba_text", read at every show, so that a new translation takes effect with the next one.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A flat push button that looks like a link: underlined while the pointer is over it, until it is pressed
 // or disabled.
 // It carries the underline in a style sheet of its own, since a hover rule would bring it back after a click.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The module's one message and confirmation dialog: a title, a text, and what the caller adds of a severity
 // icon, up to three buttons and the module's version. The caller runs it with exec and asks for its Result.
 #pragma once

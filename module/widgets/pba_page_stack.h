@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The stack of pages. It asks no page how large it would like to be: a long text on some page never widens
 // the window, and pages that are not shown are neither styled nor measured, which would delay the first
 // screen. The pages stand in one column of reading width in the middle of the stack.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A part of a page that scrolls when it is higher than the room that there is, and is as high as its content
 // otherwise. What has the focus in it is always in sight.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "module/widgets/response_input.h"
 
 #include <QCoreApplication>

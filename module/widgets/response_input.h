@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lines into which a person types the administrator's response. A line that is full goes to the
 // recovery's logic, which alone decides; one that passes is followed by the next, until the logic has seen
 // enough.

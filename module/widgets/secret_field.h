@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fields that hold a secret which is no longer needed.
 #pragma once
 

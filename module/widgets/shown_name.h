@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names from outside, of a person, a computer, a token, a language: of any length, with any characters.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The list of connected tokens on the login page for tokens: for each its name, a field for the PIN and a
 // button. It is built anew each time; a row's place is the token's place in the host's list.
 #pragma once

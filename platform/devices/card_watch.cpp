@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/devices/card_watch.h"
 
 #include <algorithm>

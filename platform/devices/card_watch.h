@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The cards in the readers of PC/SC. The service can only be waited for by a call that blocks, so a thread of
 // this object's own does; it outlives a service that starts late, dies or comes back. Where the service
 // hangs, so does the thread, and with it what it works on: it is shared, and must not keep the program from

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "pbe/mouse_notifier.h"
 
 #include "platform/application.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the number of pointing devices comes from.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tells the windows when tokens come and go: cards in readers, and USB devices that may be tokens without a
 // reader.
 #pragma once

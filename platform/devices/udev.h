@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // udev's objects, and word of the devices of one kind as they come and go.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pointing devices of the kernel, as udev classifies them: what counts on a framebuffer. Without a
 // running udev there are none, and no word of changes; that is logged and is no error.
 #include "platform/devices/pointing_devices.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pointing devices of the X server: the enabled slave pointers, without the server's own for tests.
 #include "platform/devices/pointing_devices.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The toolkit's key codes for symbols of the keyboard.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/input/key_states.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which keys are held and which locks are on.
 //
 // Under X11 and Wayland each key event says which locks the server had on before it. On a framebuffer nobody

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Types by the layout that the screens have chosen.
 //
 // Every key event that comes from the window system carries the scan code of its key. Before a window gets

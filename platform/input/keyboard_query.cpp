@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What hosts ask about keyboard layouts.
 #include <new>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lights of Caps Lock and Num Lock, on a framebuffer, where nobody else sets them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Puts together what several keys type: a dead key and the letter behind it, a ligature's letters.
 #pragma once
 

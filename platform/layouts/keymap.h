@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the keys of one layout are: scan codes (the kernel's plus 8, as the toolkit and X have them) and
 // modifiers in, symbols and text out. Not for several threads at once.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An identifier is here only when letters and digits of the two layouts lie on the same keys (Lithuanian
 // alone has its 9 and 0 behind AltGr): what types something else than the keys say locks people out.
 // Therefore some are missing whose language the X keyboard extension has: the Indic ones with Latin digits,

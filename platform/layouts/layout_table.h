@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The keyboard layouts that the platform knows: Windows layout identifiers and what they are among the
 // layouts of the X keyboard extension. Free of the toolkit and of the platform, so that tools can share it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person can type by a layout.
 #pragma once
 

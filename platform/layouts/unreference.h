@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How owning pointers give back the objects of a C library that counts references.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Owning pointers to the objects of libxkbcommon.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The wait cursor that the host asks for while it works and the event loop stands still.
 #pragma once
 

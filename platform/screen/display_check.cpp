@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether there is what the toolkit would show the application on. It looks by itself later, and where it
 // finds nothing it ends the process: by abort without an X server, by a null pointer without a framebuffer.
 #include "pbe/application.h"

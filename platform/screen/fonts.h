@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which fonts the toolkit finds, and how it draws them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Painting without a turn of the event loop, which would process input and timers.
 #pragma once
 

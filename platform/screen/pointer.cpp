@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/screen/pointer.h"
 
 #include "platform/screen/x11.h"

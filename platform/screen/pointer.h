@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether the pointer may be seen: the wish of the view, and how it is carried out.
 //
 // Under X11 the server hides it over all windows. On a framebuffer the toolkit itself draws it only while a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Holds back all painting while the screen has to stay as it is, and makes up for it afterwards.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The public face of the screen. It holds nothing: the state belongs to the application.
 #include "pbe/screen.h"
 

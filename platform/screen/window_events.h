@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Word of devices for the windows.
 #pragma once
 

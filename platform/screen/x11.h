@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The toolkit's connection to the X server, and what is asked of the server past the toolkit. Without X11
 // every call does nothing.
 #pragma once

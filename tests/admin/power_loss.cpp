@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloaded into a program: ends it without a farewell at the write or sync number PBA_POWER_LOSS_AT, as a
 // loss of power would. Only calls on the file PBA_POWER_LOSS_FILE count, or on all in that directory, named
 // or not. The write at which it happens gets half of its bytes to the disk. With PBA_POWER_LOSS_ERROR the call

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a loss of power, or a second program, in the middle of a change leaves of a volume.
 #include "tests/host/scratch_volume.h"
 #include "tests/support/run_program.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Offline recovery as an administrator sets it up and answers calls; the test is the computer.
 #include <sys/stat.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings from JSON to the bytes that the view reads and back, checked, and made of how a system is set up.
 #include <sys/stat.h>
 

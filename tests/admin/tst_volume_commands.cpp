@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Volumes and users as an administrator makes them, checked with the standard tool.
 #include <csignal>
 

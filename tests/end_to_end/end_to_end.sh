@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # end_to_end.sh BIN EXEC_COUNTER: a person logs on at the keyboard, and chooses a new password.
 bin=$1
 . "$(dirname "$0")/steps.sh"

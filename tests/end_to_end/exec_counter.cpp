@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloaded into a program: no program is started by it from then on, nor by a child of it; each try is a
 // line in the file that EXEC_COUNTER_REPORT names. The kernel reports the tries, whoever makes them and how.
 #include <cerrno>

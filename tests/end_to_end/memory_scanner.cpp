@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloaded into a program: when it ends, looks through all memory that it could write to for pieces of
 // secrets, and writes what it has found to a file. SCANNER_CANARIES names a file with a secret a line,
 // masked, as pairs of hexadecimal digits, and masked they stay here, so that the scanner does not find

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # recovery.sh BIN READER: a person has forgotten the password, calls the administrator, and sets a new one with keys
 # and mouse. The script is both of them. READER tells what stands on the screen.
 bin=$1

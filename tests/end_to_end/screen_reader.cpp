@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloaded into a program: keeps a file that says what stands on the screen and where. A line for each
 // widget that is visible: name, centre on the screen, text if it has one, divided by tabs. What is typed into
 // fields is not told. SCREEN_READER_REPORT names the file.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # secrets.sh PBA_HOST: a wrong password by automatic logon, from a file, before the right one by hand. With a second
 # argument PBA_HOST does not wipe, and something must be left: it proves that the scanner is able to find.
 pba_host=$1

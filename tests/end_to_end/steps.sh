@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # To be sourced by the scripts beside it, with the programs' directory in `bin`, and in `pba_host` a program in
 # place of the one there: the host, as it is installed, in the X server that DISPLAY names, and what a person
 # does at its keyboard. Secrets travel through pipes only, and each script names its own to `keep_secret`: when the

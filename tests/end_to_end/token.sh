@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # token.sh BIN PROXY: a person logs on with a token that comes and goes. The card service tells that a
 # card came or went; what it is, is for the proxy before SoftHSM to say.
 bin=$1

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A host around a scratch volume, with a view that records.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A real LUKS2 volume in a temporary directory, in memory where there is such a file system, with a
 // derivation so cheap that tests may make many.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A view module without a display, compiled against the contract alone: it does what the file "script" in the
 // current directory says, one step a line, so that the whole program can be tested.
 #include <csignal>

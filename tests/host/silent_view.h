@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A view that shows nothing and agrees to everything, after it has noted the call; needs the contract alone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host's answers to the view, on a real volume and with a view that records.
 #include <QCryptographicHash>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A forgotten password, from the button to the new one: the host on a real volume, a view that records, and
 // the test in the administrator's place.
 #include "tests/host/host_on_volume.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_host as a program: its command line and its exit codes, with a scripted module in place of the view.
 #include <QDir>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The recovery's protocol: what both sides compute, and what neither may take.
 #include <numeric>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The service as a screen meets it, which need not be one of ours.
 #include "host/protocol/client.h"
 #include "host/protocol/server.h"

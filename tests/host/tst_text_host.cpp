@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_host --text on a terminal, with a real volume and the real screen.
 #include <csignal>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Logins and headers on real LUKS2 files, and the texts, objects and mappings that belong to them.
 #include <libcryptsetup.h>
 

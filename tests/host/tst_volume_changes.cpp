@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Changes to users, passwords and policy on real LUKS2 files. What a loss of power leaves is in tests/admin.
 #include "tests/host/scratch_volume.h"
 #include "tests/support/test_main.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stop, fonts and pointing devices, as they meet the application object and the X server.
 #include <fontconfig/fontconfig.h>
 #include <xcb/xinput.h>

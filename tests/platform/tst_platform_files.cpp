@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The view's files and the log's: which names are taken, what is opened, what is refused without waiting, and
 // in how many writes a line is written. The log reads its environment once a process, so every case of it
 // runs in a process of its own, whose standard error is a socket that keeps writes apart.

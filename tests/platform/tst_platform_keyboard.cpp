@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What keys type by the layout of the screen: with the events of a framebuffer, which have scan codes and the
 // reading of a layout that is always wrong, and with those of an X server that has a layout of its own.
 #include <QApplication>

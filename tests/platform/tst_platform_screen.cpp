@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The display while repaint is off and when it is on again, looked at by its pixels.
 #include <QApplication>
 #include <QScreen>

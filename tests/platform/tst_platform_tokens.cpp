@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Word of cards that come and go. This program's own card service takes the place of the library's, so that
 // it can start late, die, and let a thousand cards come and go in no time.
 #include <atomic>

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # intruder.sh INTRUDER: whoever takes over a screen gets nowhere, even where the file system itself would let
 # everybody. As root also: without the walls each step works, so it is they that refuse.
 set -eu

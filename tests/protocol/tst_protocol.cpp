@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Both ends of the protocol, over memory and over sockets, and what a hostile other side may send.
 #include <csignal>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_text on a terminal of its own, with a service that follows a script.
 #include <QDir>
 #include <QTemporaryDir>

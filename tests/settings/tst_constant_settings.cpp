@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // settings.bin: decoding, damaged and hostile files, checks, and the defaults that take its place.
 #include <sys/stat.h>
 

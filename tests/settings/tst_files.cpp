@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text files and the arguments file.
 #include <boost/program_options/variables_map.hpp>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Log lines as the platform receives them, and the blocks that they are built in.
 #include <QCoreApplication>
 

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # exports.sh MODULE: the module shows its host the four functions of the contract and nothing else.
 set -eu
 expected='CreateMainView T

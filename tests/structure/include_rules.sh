@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # include_rules.sh ROOT: names each #include below ROOT that breaks the order of the layers; there may be none.
 set -euo pipefail
 cd "$1"

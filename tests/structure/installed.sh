@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # installed.sh SOURCE BUILD COMPILER: what BUILD installs serves on its own, in a prefix that nobody knew when it was
 # built: a host outside of the project is built against it, by the CMake package and by pkg-config, and shows the
 # view.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # search_paths.sh DIR...: programs and libraries below each DIR look for libraries at places relative to their own,
 # and at no others. An empty entry would be the current directory.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # card_service.sh COMMAND...: runs a command that starts the real card service with a virtual reader, in namespaces
 # of its own, so that the computer's own service is left alone. Skipped (77) where that cannot be had.
 set -euo pipefail

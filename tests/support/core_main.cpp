@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The main of test programs without a window.
 #include <QCoreApplication>
 

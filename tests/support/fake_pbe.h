@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A platform library for tests: it records what the module asks of it and answers as it is told. Its files
 // are the platform's own, in a directory that Reset() makes anew.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A channel without the kernel, to another side in the same process. Instead of waiting, Receive lets the
 // other side act.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A host for tests: it implements every interface that the view calls, notes each call, and at any of them
 // can fail, call back, or stay silent.
 #pragma once

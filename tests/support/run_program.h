@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs a program of ours or the standard tool to its end; secrets go through standard input only.
 #pragma once
 

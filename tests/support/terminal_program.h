@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A program on a terminal of its own, and somebody who sits there.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Several test classes in one program: each registers itself where it is defined, and the program's main runs
 // them all, one after the other, under one application object.
 #pragma once

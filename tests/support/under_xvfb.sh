@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Runs a command in an X server of its own, which takes its number itself: tests may run side by side.
 # -noreset, since the server would otherwise start over whenever its last client leaves.
 set -eu

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # A card in the virtual reader of the card service: it is there while this script runs. It only tells its kind;
 # both sides put two bytes with the length before what they send.
 export LC_ALL=C

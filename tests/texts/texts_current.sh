@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # texts_current.sh LUPDATE: the translations hold every text of the sources, no other, and each is translated.
 set -euo pipefail
 translations=$(cd "$(dirname "$0")/../../translations" && pwd)

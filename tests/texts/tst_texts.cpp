@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The texts of each language: true to their originals, drawn by the fonts that ship, and nowhere cut off.
 #include <QApplication>
 #include <QDir>

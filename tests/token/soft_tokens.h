@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A PKCS#11 module before SoftHSM's, whose tokens can be neither pulled out nor locked. It does what the
 // lines of the file TOKEN_PROXY say, read anew with each call: a word, and the label of the token that it is
 // about.

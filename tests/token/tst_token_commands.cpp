@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tokens as an administrator enrols them, here and with the standard tool.
 #include <QJsonArray>
 #include <QJsonDocument>

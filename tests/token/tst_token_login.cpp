@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The host's answers about tokens, with real ones and a view that records.
 #include "tests/host/host_on_volume.h"
 #include "tests/token/soft_tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A run of the real view on a recording host. The scenario is played on the running dialog, after the host's
 // Init; when it returns, the run ends.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any host: its calls, which may fail or ask for screens at any moment, its runs, texts and secrets.
 #include <QDir>
 #include <QTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keyboard language and layout: the hot keys as rules and in the running view, selectors and text direction.
 #include <QMenu>
 #include <QWindow>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Login by password: the page, domain and last user, what goes to the host, automatic logon; the change of
 // the password that follows.
 #include "module/settings/paths.h"

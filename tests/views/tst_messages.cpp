@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages, the confirmation of a recovery, the warning of debug logging, help.
 #include "module/settings/paths.h"
 #include "module/settings/text_file.h"

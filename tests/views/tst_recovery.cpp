@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reset of a password: what counts as entropy, the walk through the steps, its confirmations, and a host
 // that fails.
 #include <QFormLayout>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Screens: the start, what each page shows, requests that wait, events, closing.
 #include <QScreen>
 #include <QTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The login page for tokens: its rows, what a PIN leads to, a list that changes under the person's fingers.
 #include <QGridLayout>
 #include <QTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Secret fields, and names that come from elsewhere: in a mirrored window, and long ones at the sizes of real
 // screens.
 #include <QMenu>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // intruder: what somebody would try who has taken over a screen. Behind the walls of a screen, each step must
 // be refused; the exit code is the number of steps that were not, at most 100. With --free there are no
 // walls, which shows that the steps work: then the exit code is the number of those that were refused.

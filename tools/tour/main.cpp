@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pba_tour MODULE DIR LANGUAGE: walks the screens of the view module as a person meets them, and writes a
 // picture of each to DIR. Needs no display. LANGUAGE is en or that of a translation.
 #include <cstdio>

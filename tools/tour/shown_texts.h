@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person can read in a window, and whether all of it is there. Knows the module's widgets by the names
 // of their classes, since a program that loads the module has no other.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A stage for the module as it is shipped, in one language: a scripted host plays on it, and pictures of what
 // a person would see on a display of 1024 by 768 are written to a directory, numbered in their order. Faults
 // are a text that is cut off, there or at 800 by 600, or was left in English, and a picture without text or

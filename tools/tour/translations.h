@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The translations as they lie in the sources.
 #pragma once
 

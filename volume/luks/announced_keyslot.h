@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a keyslot gets into the header: its object announces it, then it is added and proven, then the object
 // accepts it. So a loss of power, or a write that fails, leaves no keyslot behind that nobody can name.
 #pragma once

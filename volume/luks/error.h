@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Why a volume did not do what was asked of it, told apart as far as a person can do something about it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one way to change a LUKS2 header. Whatever is written passes here, under a lock that keeps other
 // programs of ours away, and counts only when it is on the disk.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What deriving a keyslot's key costs, that is what one guess costs a thief.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What /etc/crypttab says of a mapping.
 #pragma once
 

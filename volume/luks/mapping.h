@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Looks up in sysfs what a device-mapper name stands for. That a program ended well proves nothing about the
 // disk; the running mapping does.
 #pragma once

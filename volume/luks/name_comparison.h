@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // When two names are the same to a person: in capitals or not, and however their accents were typed.
 #pragma once
 

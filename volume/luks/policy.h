@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a volume's administrator asks of its users' passwords and logins: a LUKS2 token object of our own type
 // in the header. The header is not authenticated; a policy guides honest people, it holds nobody back who
 // writes to the disk. docs/volume-format.md describes the object.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How much a LUKS2 header still takes. libcryptsetup says only that something did not fit, after the fact.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A user of a volume: a LUKS2 token object of our own type in the header, which names the person and the
 // keyslots that this person's password opens. docs/volume-format.md describes the object.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A LUKS2 volume, a device or a plain file, and its users. Wraps libcryptsetup; not thread-safe.
 //
 // Errors are values; only std::bad_alloc is thrown. A call that changes the header excludes other programs of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keeps other programs of ours from changing a volume's header at the same time. libcryptsetup locks single
 // writes only: two programs that each look for a free keyslot would write to the same place.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The administrator's key pair as files: the public half, which computers are enrolled with, and the secret
 // half, encrypted under a passphrase.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The challenge: what the computer shows and the person reads out. Four strings of 16 characters that carry
 // an ephemeral public key, and a check that only those can make or verify who know the volume's binding key.
 #pragma once

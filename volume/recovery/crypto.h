@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the recovery's cryptography is made of: fixed-size byte strings, secret or not, and keyed hashes. All
 // of it is libsodium's; nothing is invented here.
 #pragma once

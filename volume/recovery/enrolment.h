@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a volume knows of its recovery: a LUKS2 token object of our own type in the header, beside the keyslot
 // that the recovery's secret opens. docs/volume-format.md describes the object.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A record of the administrator's escrow: one line of JSON that keeps a volume's recovery secret, sealed so
 // that only the administrator's key opens it. What stands outside the seal serves searching alone.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Members of JSON objects that anybody may have written.
 #pragma once
 

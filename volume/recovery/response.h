@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The response: what the administrator reads out and the person types. Two strings of 17 characters that
 // carry the recovery's secret, masked for the one computer that made the challenge, and a tag over the user
 // whose password may be set.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The recovery of a volume: its keyslot and its object, set up, renewed, used. What a loss of power leaves
 // half done is undone by FinishPending.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Base-64 with padding and without line breaks, as it stands in LUKS2 headers.
 #pragma once
 

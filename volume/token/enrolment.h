@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a volume keeps of a token that opens it: a LUKS2 token object as the standard tool writes it, which
 // docs/volume-format.md describes. The passphrase of its keyslots is the base-64 text of a secret that only
 // the token can bring back from what is stored.

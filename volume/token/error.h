@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Why a token did not open a volume, told apart as far as a person can do something about it.
 #pragma once
 

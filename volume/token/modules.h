@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The PKCS#11 modules, and through them the tokens that are connected.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A conversation with one token after its PIN was accepted. Secrets stay in locked memory; the PIN is not
 // copied.
 #pragma once

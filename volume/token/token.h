@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A token that is connected: what it tells of itself without a PIN.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // PKCS#11 URIs, the names of tokens and of the objects on them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The tokens of a volume: for each a keyslot with its enrolment, and beside it an object of our own that
 // names the person, which the enrolment of the standard tool does not.
 #pragma once

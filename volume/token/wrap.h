@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes new enrolments, as the standard tool makes them.
 #pragma once
 

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Renders every drawing of this folder to the picture of the same name, at the size that the drawing states.
 # The pictures are then packed to be read fast: every row as differences to the left, lightly compressed.
 set -eu
