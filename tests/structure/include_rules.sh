@@ -21,6 +21,11 @@ declare -A may=(
     [module/widgets]='module/(widgets|settings|trace)/|settings_format/|(kro|pbe)/|Q|module/forms/(style|ui_pba_message_box|ui_lock_ui_dialog).h|pba/password_recovery.h'
     [module/views]='module/(views|widgets|settings|trace)/|settings_format/|(kro|pba|pbe)/|Q|module/forms/(style|ui_pba_main_window).h'
     [platform]='platform/|(kro|pbe)/|Q'
+    # Linked by hosts without the toolkit as well. Of what lies below, the one way to write UTF-8, which needs no
+    # library of others: a second one here would name other files.
+    [platform/counter.cpp]='pbe/'
+    [platform/files.cpp]='base/utf.h|(kro|pbe)/'
+    [platform/log.cpp]='(kro|pbe)/'
     [platform/input]='platform/|(kro|pbe)/|Q'
     [platform/screen]='platform/|(kro|pbe)/|Q'
     [platform/devices]='platform/|(kro|pbe)/|Q'
