@@ -2,6 +2,7 @@
 #include "host/service/stop_signals.h"
 
 #include <csignal>
+#include <initializer_list>
 
 #include <sys/signalfd.h>
 
