@@ -49,12 +49,12 @@ void TokenLogin::Attach(pba::ILoginByTokenView *view)
 
 bool TokenLogin::IsOffered() const
 {
-    return !token::EnrolmentsOf(m_unlockSession.GetVolume()).empty();
+    return !token::EnrolmentsOf(m_unlockSession.GetHeader()).empty();
 }
 
 std::vector<token::Enrolment> TokenLogin::EnrolmentsFor(const Token &token) const
 {
-    std::vector<token::Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetVolume());
+    std::vector<token::Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetHeader());
     std::erase_if(enrolments,
                   [&](const token::Enrolment &enrolment) { return !token.Matches(enrolment.uri); });
     return enrolments;

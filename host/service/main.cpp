@@ -24,7 +24,9 @@
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "volume/interrupted_changes.h"
+#include "volume/luks/activation.h"
 #include "volume/luks/mapper_options.h"
+#include "volume/luks/policy.h"
 
 namespace {
 
@@ -45,12 +47,12 @@ bool PreparePlatform(const CommandLine &line)
     return line.log.empty() || !kro::Failed(PbeSetLogFile(line.log.c_str()));
 }
 
-volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Volume> *opened)
+volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Header> *opened)
 {
-    const volume::Error error = volume::Volume::Open(line.volume, opened);
+    const volume::Error error = volume::Header::Open(line.volume, opened);
     if (error != volume::Error::None || line.mapperName.empty() || line.testBoot)
         return error;
-    return (*opened)->CheckMapperName(line.mapperName);
+    return volume::CheckMapperName(**opened, line.mapperName);
 }
 
 // The view's own result tells less: a view that was stopped answers with a failure too.
@@ -74,30 +76,30 @@ kro::result_t RunView(const Module &module, BusinessLogic *logic)
 }
 
 // The volume's header is whole before anybody logs on. Where it cannot be written that has to wait.
-void FinishPending(volume::Volume *volume)
+void FinishPending(volume::Header *header)
 {
-    const volume::Error error = FinishInterruptedChanges(*volume);
+    const volume::Error error = FinishInterruptedChanges(*header);
     if (error != volume::Error::None)
         Log(kLogErrors, std::string("An interrupted change cannot be finished: ") + volume::Describe(error));
 }
 
-std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Volume &volume)
+std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Header &header)
 {
     if (line.stateInHeader)
-        return std::make_unique<HeaderStateStore>(volume);
+        return std::make_unique<HeaderStateStore>(header);
     return std::make_unique<FileStateStore>();
 }
 
 // What decides, whichever screen asks. Members in the order in which they depend on each other.
 struct Deciders
 {
-    Deciders(const CommandLine &line, volume::Volume &volume)
-        : unlockSession(volume, clock,
-                  {line.mapperName, line.testBoot, !line.noPasswordLogin,
-                   volume::ActivationFlags(line.mapperOptions)})
-        , store(MakeStateStore(line, volume))
-        , throttle(*store, clock, [&volume] { return volume.GetPolicy(); })
-        , autologonAllowed(line.autologonAllowed && volume.GetPolicy().autologonAllowed)
+    Deciders(const CommandLine &line, volume::Header &header)
+        : unlockSession(header, clock,
+                        {line.mapperName, line.testBoot, !line.noPasswordLogin,
+                         volume::ActivationFlags(line.mapperOptions)})
+        , store(MakeStateStore(line, header))
+        , throttle(*store, clock, [&header] { return volume::PolicyOf(header); })
+        , autologonAllowed(line.autologonAllowed && volume::PolicyOf(header).autologonAllowed)
     {
     }
 
@@ -108,13 +110,13 @@ struct Deciders
     bool autologonAllowed;
 };
 
-int RunHost(const CommandLine &line, const Module &module, volume::Volume &volume)
+int RunHost(const CommandLine &line, const Module &module, volume::Header &header)
 {
     const std::unique_ptr<pba::ITranslator, decltype(module.deleteTranslator)> translator(
         module.createTranslator(), module.deleteTranslator);
     const Texts texts(translator.get());
-    FinishPending(&volume);
-    Deciders deciders(line, volume);
+    FinishPending(&header);
+    Deciders deciders(line, header);
     if (line.stateInHeader && deciders.throttle.FormerLogin())
         RestoreLastLogin(*deciders.throttle.FormerLogin());
     BusinessLogic logic(deciders.unlockSession, deciders.throttle, texts,
@@ -135,13 +137,13 @@ std::string TextScreenPath()
     return std::filesystem::read_symlink("/proc/self/exe", error).replace_filename("pba_text");
 }
 
-int RunText(const CommandLine &line, const std::optional<Identity> &identity, volume::Volume &volume)
+int RunText(const CommandLine &line, const std::optional<Identity> &identity, volume::Header &header)
 {
     const TerminalSettings terminal;
     if (!terminal.IsTerminal())
         return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
-    FinishPending(&volume);
-    Deciders deciders(line, volume);
+    FinishPending(&header);
+    Deciders deciders(line, header);
     Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed);
     ScreenKeeper keeper(service, terminal, {TextScreenPath(), {"--root", line.root}, identity});
     keeper.Run();
@@ -151,7 +153,7 @@ int RunText(const CommandLine &line, const std::optional<Identity> &identity, vo
                : exitCode;
 }
 
-int ShowView(const CommandLine &line, volume::Volume &volume)
+int ShowView(const CommandLine &line, volume::Header &header)
 {
     Module module;
     std::string fault;
@@ -160,7 +162,7 @@ int ShowView(const CommandLine &line, volume::Volume &volume)
     kro::string_t missing;
     if (const kro::result_t display = PbeCheckDisplay(&missing); kro::Failed(display))
         return Refuse(missing.Data(), display == kro::kAccessDenied ? kExitNoAccess : kExitViewFailed);
-    return RunHost(line, module, volume);
+    return RunHost(line, module, header);
 }
 
 // What is wrong with --screen-user; empty when nothing is.
@@ -186,11 +188,11 @@ int Main(int argc, char **argv)
     std::optional<Identity> screenUser;
     if (const std::string fault = FindScreenUser(line->screenUser, &screenUser); !fault.empty())
         return Refuse(fault);
-    std::unique_ptr<volume::Volume> volume;
-    if (const volume::Error error = OpenVolume(*line, &volume); error != volume::Error::None)
+    std::unique_ptr<volume::Header> header;
+    if (const volume::Error error = OpenVolume(*line, &header); error != volume::Error::None)
         return Refuse(line->volume + ": " + volume::Describe(error),
                       error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
-    return line->text ? RunText(*line, screenUser, *volume) : ShowView(*line, *volume);
+    return line->text ? RunText(*line, screenUser, *header) : ShowView(*line, *header);
 }
 
 } // namespace

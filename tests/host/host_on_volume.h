@@ -6,6 +6,7 @@
 #include "tests/support/fake_pbe.h"
 #include "tests/host/scratch_volume.h"
 #include "tests/host/silent_view.h"
+#include "volume/luks/policy.h"
 
 // What outlives a host: the memory of failed logins, which may be read-only, and the time.
 class Memory final : public host::StateStore
@@ -40,7 +41,7 @@ struct HostOnVolume
         : opened(scratch.Open())
         , memory(lasting ? *lasting : ownMemory)
         , clock([this] { return memory.date; }, [this] { return memory.sinceBoot; })
-        , throttle(memory, clock, [this] { return opened->GetPolicy(); })
+        , throttle(memory, clock, [this] { return volume::PolicyOf(*opened); })
         , unlockSession(*opened, clock, std::move(start))
         , logic(unlockSession, throttle, texts, options)
     {
@@ -50,7 +51,7 @@ struct HostOnVolume
         view.TakeCalls();
     }
 
-    std::unique_ptr<volume::Volume> opened;
+    std::unique_ptr<volume::Header> opened;
     Memory ownMemory;
     Memory &memory;
     host::Clock clock;
