@@ -6,8 +6,8 @@
 
 namespace bench {
 
-// The pipe's writing end in the measured program.
-inline constexpr int kReportDescriptor = 3;
+// Standard output: a pipe. The one descriptor that reaches every process of a measured program.
+inline constexpr int kReportDescriptor = 1;
 
 struct PaintReport
 {
