@@ -100,7 +100,7 @@ kro::result_t TokenLogin::Reserved()
 
 std::vector<std::string> TokenLogin::Names(const std::vector<Token> &tokens) const
 {
-    std::vector<std::string> names = token::DisplayNames(tokens);
+    std::vector<std::string> names = token::DisplayNames({tokens.begin(), tokens.end()});
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (tokens[i].HasPinPad())
             names[i] = Replace(base::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
