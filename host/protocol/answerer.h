@@ -48,8 +48,6 @@ public:
     }
 
 protected:
-    ~Answerer() = default;
-
     // A side that waits for a reply that cannot be sent would wait for ever.
     bool SendOrFail(const std::optional<Secret> &packet)
     {

@@ -31,9 +31,13 @@ struct Confinement
 };
 
 // What pba_screen works with: fonts, keyboard layouts, its own libraries in `programs`, devices for input and
-// display, and what lies in ROOT/pba to be read. With a display server also the cookie that opens it, as the
-// environment names it.
+// display, and what lies in ROOT/pba to be read.
 Confinement ForScreen(const std::string &root, const std::string &programs, bool displayServer);
+
+// What every process has to do without: another user's rights, capabilities, new ones by programs, inherited
+// descriptors other than these, dumps and tracing. As Confine, which does more.
+[[nodiscard]] bool RenounceRights(const std::string &user, const std::vector<int> &descriptors,
+                                  std::string *fault);
 
 // Before the process has more than one thread. For good; `fault` says in one line without a full stop what
 // could not be done, and then the process must end, for some of it may have been.

@@ -11,4 +11,8 @@ namespace host {
 // no program executed.
 [[nodiscard]] bool RestrictSystemCalls(bool displayServer, std::string *fault);
 
+// For code of others that needs much: all but what serves to get at other processes, programs and the kernel.
+// Those calls fail as if they were not permitted.
+[[nodiscard]] bool ForbidTampering(std::string *fault);
+
 } // namespace host

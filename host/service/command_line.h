@@ -8,12 +8,6 @@
 
 namespace host {
 
-inline constexpr int kExitStarted = 0;
-inline constexpr int kExitViewFailed = 1;
-inline constexpr int kExitUsage = 2;
-inline constexpr int kExitTestBootEnded = 4;
-inline constexpr int kExitNoAccess = 5;
-
 struct CommandLine
 {
     std::string root;
@@ -25,6 +19,8 @@ struct CommandLine
     std::string module;
     bool stateInHeader = false;
     std::string tokenModule;
+    unsigned tokenTimeout = 60; // seconds
+    std::string tokenUser;
     bool testBoot = false;
     bool autologonAllowed = false;
     bool noPasswordLogin = false;

@@ -11,7 +11,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include "base/process_protection.h"
@@ -63,13 +62,6 @@ void LeaveTerminal()
     close(nothing);
 }
 
-// So that all of it stays lockable without the capability. In vain without rights, and then part is locked.
-void LiftLockLimit()
-{
-    const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
-    setrlimit(RLIMIT_MEMLOCK, &none);
-}
-
 // A module that hangs keeps the other thread from noticing that the service is gone.
 void EndWithService(int channel)
 {
@@ -84,7 +76,6 @@ void EndWithService(int channel)
 int Serve(const CommandLine &line)
 {
     LeaveTerminal();
-    LiftLockLimit();
     std::string fault;
     if (!host::RenounceRights(line.user, {line.channel}, &fault) || !host::ForbidTampering(&fault))
         return Refuse(host::kScreenCannotStand, fault.c_str());

@@ -40,8 +40,7 @@ protocol::LogInReply ModuleServer::Do(protocol::LogIn &request)
     });
     if (found == m_tokens.end())
         return {protocol::TokenError::Removed};
-    const std::string_view pin = request.pin.View(); // stays where it is when its owner moves
-    m_conversation.emplace(std::move(request.pin), token::Session(*found, pin), std::nullopt);
+    m_conversation.emplace(*found, std::move(request.pin));
     const Error error = m_conversation->session.Login();
     if (error != Error::None)
         m_conversation.reset();

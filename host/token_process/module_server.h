@@ -24,6 +24,11 @@ private:
     // One login. Members in the order in which they depend on each other.
     struct Conversation
     {
+        Conversation(const token::Token &token, protocol::Secret typed)
+            : pin(std::move(typed))
+            , session(token, pin.View())
+        {
+        }
         protocol::Secret pin;
         token::Session session;
         std::optional<token::Candidates> candidates;
