@@ -83,7 +83,7 @@ bool Confine(const Confinement &confinement, std::string *fault)
         *fault = std::string("rights cannot be given up: ") + std::strerror(errno);
         return false;
     }
-    return RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement.displayServer, fault);
+    return RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement, fault);
 }
 
 } // namespace host

@@ -7,8 +7,8 @@
 
 namespace host {
 
-// "UID:GID,GID...": whom root's screens run as; empty when this is not root, and nobody changes. What is wrong
-// with the choice is in `*fault`, in one line without a full stop, and empty when nothing is.
+// "UID:GID,GID...": whom root's screens run as; empty when this is not root, and nobody changes. What is
+// wrong with the choice is in `*fault`, in one line without a full stop, and empty when nothing is.
 std::string FindScreenUser(const std::string &chosen, std::string *fault);
 
 // In the order in which they stand in for each other. Line by line only where there is a terminal. After the

@@ -115,8 +115,7 @@ void ScreenKeeper::Listen()
 {
     std::optional<protocol::Request> request = m_screen->server.Receive();
     if (request) {
-        m_worker.Begin(
-            [this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
+        m_worker.Begin([this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
     } else if (!m_screen->server.IsOpen()) {
         if (!m_finished)
             Log(kLogErrors, std::string("The screen: ") + protocol::Describe(m_screen->server.WhyClosed()));
