@@ -37,7 +37,7 @@ public:
 private:
     static void AskForSignal()
     {
-        std::cerr << "signal" << std::endl;
+        std::cerr << "signal\n"; // in one piece
         std::ifstream("pba/go").get();
     }
     bool IsAutologonSuppressed()

@@ -143,8 +143,10 @@ private:
                 onward.write("\n");
             }
         }
-        const bool ended = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
-        return ended && process.readAllStandardOutput().isEmpty() ? process.exitCode() : -1;
+        process.waitForFinished();
+        return process.exitStatus() == QProcess::NormalExit && process.readAllStandardOutput().isEmpty()
+                   ? process.exitCode()
+                   : -1;
     }
     static QByteArray Utf16(QStringView text)
     {
