@@ -87,7 +87,7 @@ bool RenounceRights(const std::string &user, const std::vector<int> &descriptors
 bool Confine(const Confinement &confinement, std::string *fault)
 {
     return RenounceRights(confinement.user, confinement.descriptors, fault) &&
-           RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement.displayServer, fault);
+           RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement, fault);
 }
 
 } // namespace host

@@ -30,8 +30,9 @@ constexpr int kFileCalls[] = {
 };
 
 constexpr int kMemoryCalls[] = {
-    SCMP_SYS(brk),  SCMP_SYS(madvise),  SCMP_SYS(membarrier), SCMP_SYS(mlock),   SCMP_SYS(mlock2),
-    SCMP_SYS(mmap), SCMP_SYS(mprotect), SCMP_SYS(mremap),     SCMP_SYS(munlock), SCMP_SYS(munmap),
+    SCMP_SYS(brk),    SCMP_SYS(madvise),  SCMP_SYS(membarrier), SCMP_SYS(mlock),
+    SCMP_SYS(mlock2), SCMP_SYS(mlockall), SCMP_SYS(mmap),       SCMP_SYS(mprotect),
+    SCMP_SYS(mremap), SCMP_SYS(munlock),  SCMP_SYS(munmap),
 };
 
 // Threads, time, signals to itself, and waiting.
@@ -182,13 +183,25 @@ private:
     int m_error = 0;
 };
 
-// Input devices, the framebuffer, and what tells a terminal from a file; nothing that would type on one.
+// What tells a terminal from a file; nothing that would type on one.
 void AllowDeviceCalls(Filter *filter)
+{
+    for (const std::uint64_t request : {TCGETS, FIONREAD, FIONBIO, TIOCGWINSZ})
+        filter->AllowIf(SCMP_SYS(ioctl), 1, Filter::kInt, request);
+}
+
+void AllowInputAndFramebuffer(Filter *filter)
 {
     constexpr std::uint64_t kType = 0xFF00;
     for (const std::uint64_t type : {std::uint64_t{'E'}, std::uint64_t{'F'}})
         filter->AllowIf(SCMP_SYS(ioctl), 1, kType, type << 8);
-    for (const std::uint64_t request : {TCGETS, FIONREAD, FIONBIO, TIOCGWINSZ})
+    filter->AllowSocket(AF_NETLINK, NETLINK_KOBJECT_UEVENT);
+}
+
+// Its echo and its keys, and to forget what was typed.
+void AllowTerminal(Filter *filter)
+{
+    for (const std::uint64_t request : {TCSETS, TCSETSW, TCSETSF, TCFLSH})
         filter->AllowIf(SCMP_SYS(ioctl), 1, Filter::kInt, request);
 }
 
@@ -206,13 +219,8 @@ void AllowThreads(Filter *filter)
     filter->AllowIf(SCMP_SYS(tgkill), 0, Filter::kInt, static_cast<std::uint64_t>(getpid()));
 }
 
-void AllowSockets(Filter *filter, bool displayServer)
+void AllowDisplayServer(Filter *filter)
 {
-    filter->Allow(kSocketCalls);
-    filter->AllowSocket(AF_NETLINK, NETLINK_KOBJECT_UEVENT);
-    filter->AllowIf(SCMP_SYS(socketpair), 0, Filter::kInt, AF_UNIX);
-    if (!displayServer)
-        return;
     filter->Allow(kDisplayCalls);
     filter->AllowSocket(AF_UNIX, 0);
 }
@@ -237,16 +245,23 @@ bool ForbidTampering(std::string *fault)
     return Load(&filter, fault);
 }
 
-bool RestrictSystemCalls(bool displayServer, std::string *fault)
+bool RestrictSystemCalls(const Confinement &confinement, std::string *fault)
 {
     Filter filter(SCMP_ACT_ERRNO(EPERM));
     filter.Allow(kFileCalls);
     filter.Allow(kMemoryCalls);
     filter.Allow(kThreadCalls);
     filter.Allow(kQuestionCalls);
+    filter.Allow(kSocketCalls);
+    filter.AllowIf(SCMP_SYS(socketpair), 0, Filter::kInt, AF_UNIX);
     AllowDeviceCalls(&filter);
     AllowThreads(&filter);
-    AllowSockets(&filter, displayServer);
+    if (confinement.terminal)
+        AllowTerminal(&filter);
+    else
+        AllowInputAndFramebuffer(&filter);
+    if (confinement.displayServer)
+        AllowDisplayServer(&filter);
     return Load(&filter, fault);
 }
 

@@ -120,7 +120,7 @@ void ScreenKeeper::Listen()
     if (request) {
         m_worker.Begin([this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
     } else if (!m_screen->server.IsOpen()) {
-        if (!m_finished)
+        if (m_screen->server.WhyClosed() != protocol::Fault::Gone)
             Log(kLogErrors, std::string("The screen: ") + protocol::Describe(m_screen->server.WhyClosed()));
         EndScreen();
     }
@@ -169,7 +169,7 @@ void ScreenKeeper::OnScreenEnd()
         m_service->Forget();
     if (m_finished || m_stopped)
         return m_terminals.Restore();
-    Log(kLogErrors, "The screen has ended " + end.description + ".");
+    Log(IsForGood(end) ? kLogCalls : kLogErrors, "The screen has ended " + end.description + ".");
     Replace(end);
 }
 
