@@ -75,6 +75,14 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_option("--pkcs11-module", line->tokenModule,
                     "PKCS#11 module for tokens (default: all that p11-kit's configuration names)")
         ->check(CheckNotEmpty);
+    app->add_option("--token-timeout", line->tokenTimeout,
+                    "Seconds that a token, and whoever types its PIN at the reader, may take for an answer")
+        ->check(CLI::Range(1, 3600))
+        ->capture_default_str();
+    app->add_option("--token-user", line->tokenUser,
+                    "Whom PKCS#11 modules run as, when root starts them: a name, or UID:GID,GID... (default: "
+                    "pba-token, where there is such a user, else 65533:65533)")
+        ->check(CheckNotEmpty);
     app->add_flag("--test-boot", line->testBoot, "Show the test-boot page instead of a login");
     app->add_flag("--allow-autologon", line->autologonAllowed, "Allow one automatic logon");
     app->add_flag("--no-password-login", line->noPasswordLogin, "Offer no login by password");

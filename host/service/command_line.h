@@ -19,6 +19,8 @@ struct CommandLine
     std::string module;
     bool stateInHeader = false;
     std::string tokenModule;
+    unsigned tokenTimeout = 60; // seconds
+    std::string tokenUser;
     bool testBoot = false;
     bool autologonAllowed = false;
     bool noPasswordLogin = false;

@@ -12,7 +12,9 @@ namespace {
 
 bool IsRegular(int descriptor)
 {
-    struct stat status{};
+    struct stat status
+    {
+    };
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 

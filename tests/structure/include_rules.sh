@@ -39,7 +39,7 @@ declare -A may=(
     [host/protocol]='(base|host/protocol)/'
     # The screen knows how the settings are written, and nothing else of the view; of the volume it knows nothing.
     [host/screen]='(base|host/protocol|host/screen|settings_format)/|host/log.h|(kro|pba|pbe)/'
-    [host/text]='(base|host/protocol|host/text)/|host/screen/texts.h'
+    [host/text]='(base|host/protocol|host/text)/|host/screen/(catalogue|confinement|error_messages|exit_codes|options|prompts|texts).h'
     [host/service]='(base|host/protocol|host/service|volume)/|host/log.h|host/screen/(identity|exit_codes).h|(kro|pba|pbe)/'
     [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'
 )
