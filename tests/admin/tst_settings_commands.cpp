@@ -5,8 +5,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include "tests/support/run_program.h"
-#include "tests/support/test_files.h"
+#include "tests/support/json_report.h"
 #include "tests/support/test_main.h"
 
 // Each row of the findings spoils one thing in it.
@@ -115,6 +114,9 @@ private slots:
             WriteFile(m_directory.filePath(name), content);
             const Outcome outcome = Settings({"check", m_directory.filePath(name)});
             QVERIFY2((outcome.output + outcome.errors).contains(says), name);
+            const Outcome list = Settings({"check", "--json", m_directory.filePath(name)});
+            QVERIFY(list.exitCode == outcome.exitCode && list.errors.isEmpty());
+            QCOMPARE(ReadReport(list.output).array().isEmpty(), QByteArray(says).endsWith("in order"));
             QCOMPARE((outcome.output + outcome.errors).count('\n'), 1);
         }
     }
