@@ -23,8 +23,7 @@ private slots:
     void initTestCase()
     {
         QCOMPARE(Admin({"status", "--volume", m_volume}).output, "Recovery:       not set up\n");
-        const Outcome made =
-            Admin({"keygen", "--out", m_keys, "--passphrase-stdin", "--json"}, kPassphrase);
+        const Outcome made = Admin({"keygen", "--out", m_keys, "--passphrase-stdin", "--json"}, kPassphrase);
         QCOMPARE(made.errors, QByteArray());
         QVERIFY(!(QFileInfo(Secret()).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
         const std::string file = ReadFile(Secret()).toStdString();

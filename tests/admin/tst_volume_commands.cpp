@@ -76,9 +76,10 @@ private slots:
         QVERIFY(Opens(path, "master") && !Opens(path, "second one"));
         QCOMPARE(Report({"user", "list", "--volume", path}).array(), QJsonArray());
 
-        for (const QByteArray &object :
-             {R"({"type":"pba-user","keyslots":[],"domain":"\ud800\u001b[2J\"","user":"\u202e"})",
-              "{\"type\":\"\xff\\u0007\",\"keyslots\":[\"0\"]}"})
+        const char *const objects[] = {"{\"type\":\"pba-user\",\"keyslots\":[],\"domain\":\"\\ud800\\u001b["
+                                       "2J\\\"\",\"user\":\"\\u202e\"}",
+                                       "{\"type\":\"\xff\\u0007\",\"keyslots\":[\"0\"]}"};
+        for (const char *object : objects)
             QCOMPARE(RunStandardTool({"token", "import", path}, object).errors, QByteArray());
         const QJsonObject hostile = Report({"volume", "info", path}).object();
         QCOMPARE(hostile["keyslots"][0]["purpose"].toString(), "\ufffd\u0007");

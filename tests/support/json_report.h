@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a command of pba_admin writes with --json: valid, whatever stands in a header, and of keys that the manual
-// names.
+// What a command of pba_admin writes with --json: valid, whatever stands in a header, and of keys that the
+// manual names.
 #pragma once
 
 #include <QJsonArray>
@@ -26,8 +26,8 @@ inline QJsonDocument ReadReport(const QByteArray &output)
 {
     QJsonParseError fault;
     const QJsonDocument report = QJsonDocument::fromJson(output, &fault);
-    const bool plain = std::all_of(output.begin(), output.end(),
-                                   [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); });
+    const bool plain =
+        std::all_of(output.begin(), output.end(), [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); });
     if (fault.error != QJsonParseError::NoError || !plain)
         qFatal("no report: %s", output.constData());
     CheckKeys(report.isArray() ? QJsonValue(report.array()) : QJsonValue(report.object()), ReadFile(MANUAL));

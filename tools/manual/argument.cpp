@@ -8,15 +8,6 @@
 namespace manual {
 namespace {
 
-std::vector<std::string> Split(const std::string &text, char separator)
-{
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
-
 std::string PlainName(const std::string &type)
 {
     return type == "UINT" || type == "INT" ? "NUMBER" : type;
@@ -30,6 +21,15 @@ std::vector<const CLI::Option *> Shown(const CLI::App &app, bool positional)
 }
 
 } // namespace
+
+std::vector<std::string> Split(const std::string &text, char separator)
+{
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
 
 // The library writes what is checked behind the type: TEXT:DIR, :{yes,no}, UINT:UINT in [1 - 127].
 Argument ArgumentOf(const CLI::Option &option)

@@ -21,6 +21,8 @@ struct Argument
 
 Argument ArgumentOf(const CLI::Option &option);
 
+std::vector<std::string> Split(const std::string &text, char separator);
+
 // All that a person may type, without the hidden ones, in the order of the help.
 std::vector<const CLI::Option *> OptionsOf(const CLI::App &app);
 std::vector<const CLI::Option *> PositionalsOf(const CLI::App &app);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <sstream>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -11,6 +11,8 @@
 
 namespace manual {
 namespace {
+
+constexpr std::string_view kIndent = "  "; // of the lines of a help, and between their columns
 
 // As it stands, whatever it means to the formatter.
 std::string Escape(std::string_view text)
@@ -117,7 +119,7 @@ std::string Synopsis(const CLI::App &app, const std::string &name)
     std::string text = Bold(name);
     for (const CLI::Option *option : OptionsOf(app))
         text += option->get_required() ? "\n" + Typed(*option) : "";
-    text += "\n[" + Italic("OPTION") + " ...]";
+    text += "\n[" + Italic("OPTION") + " ...]\\&";
     for (const CLI::Option *positional : PositionalsOf(app))
         text += '\n' + (positional->get_required() ? Italic(positional->get_name(true))
                                                    : "[" + Italic(positional->get_name(true)) + "]");
@@ -139,25 +141,29 @@ struct Footer
 
 std::string FooterItem(const std::string &line)
 {
-    const std::size_t gap = line.find("  ");
+    const std::size_t gap = line.find(kIndent);
     return gap == std::string::npos
                ? CodeLine(line)
-               : ".TP\n" + Bold(line.substr(0, gap)) + '\n' + Sentences(line.substr(gap + 2));
+               : ".TP\n" + Bold(line.substr(0, gap)) + '\n' + Sentences(line.substr(gap + kIndent.size()));
 }
 
-Footer ReadFooter(const CLI::App &app, const std::string &heading)
+std::string Heading(const std::string &line, bool ofCommand)
+{
+    return ofCommand ? ".PP\n" + Escape(line) + '\n'
+                     : ".SH \"" + Upper(line.substr(0, line.size() - 1)) + "\"\n";
+}
+
+Footer ReadFooter(const CLI::App &app, bool ofCommand)
 {
     Footer footer;
-    std::istringstream lines(app.get_footer());
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("  "))
-            footer.sections += FooterItem(line.substr(2));
-        else if (line.ends_with(':') && !line.starts_with(' '))
-            footer.sections += heading.empty()
-                                   ? ".PP\n" + Escape(line) + '\n'
-                                   : heading + " \"" + Upper(line.substr(0, line.size() - 1)) + "\"\n";
-        else if (!line.empty())
-            footer.text += Escape(line) + '\n';
+    const std::vector<std::string> lines = Split(app.get_footer(), '\n');
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].starts_with(kIndent))
+            footer.sections += FooterItem(lines[i].substr(kIndent.size()));
+        else if (i + 1 < lines.size() && lines[i + 1].starts_with(kIndent))
+            footer.sections += Heading(lines[i], ofCommand);
+        else if (!lines[i].empty())
+            footer.text += Escape(lines[i]) + '\n';
     }
     if (!footer.text.empty())
         footer.text.insert(0, ".PP\n");
@@ -166,10 +172,9 @@ Footer ReadFooter(const CLI::App &app, const std::string &heading)
 
 std::string Command(const CLI::App &command, const std::string &name)
 {
-    const Footer footer = ReadFooter(command, "");
-    std::string text = ".SS \"" + Escape(name) + "\"\n" + Synopsis(command, name) + ".PP\n" +
-                       Sentences(command.get_description()) + footer.text + Items(command) + footer.sections;
-    return text;
+    const Footer footer = ReadFooter(command, true);
+    return ".SS \"" + Escape(name) + "\"\n" + Synopsis(command, name) + ".PP\n" +
+           Sentences(command.get_description()) + footer.text + Items(command) + footer.sections;
 }
 
 std::string Commands(const CLI::App &app, const std::string &name)
@@ -189,7 +194,7 @@ std::string ManPage(const CLI::App &app, const Imprint &imprint, const std::stri
     std::string summary = app.get_description();
     if (summary.ends_with('.'))
         summary.pop_back();
-    const Footer footer = ReadFooter(app, ".SH");
+    const Footer footer = ReadFooter(app, false);
     const std::string commands = Commands(app, app.get_name());
     return ".TH \"" + Upper(app.get_name()) + "\" 8 \"" + imprint.date + "\" \"pba_view " + imprint.version +
            "\" \"System Administration\"\n.SH NAME\n" + app.get_name() + " \\- " + Escape(summary) +
