@@ -3,7 +3,7 @@
 # manual.sh MADE PROGRAMS: the pages in the directory MADE are in order and have every option that the help of the
 # programs in PROGRAMS has, and bash completes the command lines.
 set -euo pipefail
-made=$1 programs=$2
+made=$(realpath "$1") programs=$(realpath "$2")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 fail() { printf '%s\n' "$@" >&2; exit 1; }
