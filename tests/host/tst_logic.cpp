@@ -116,10 +116,10 @@ private slots:
         const std::pair wait(kWait, 0u);
         const volume::Policy policy;
         for (unsigned failures = 0; failures <= policy.freeAttempts; ++failures) {
-            Host host(scratch, {}, {}, &memory); // each in a program of its own
+            Host host(scratch, {}, &memory); // each in a program of its own
             QCOMPARE(guess(host), wrong);
         }
-        Host host(scratch, {}, {}, &memory);
+        Host host(scratch, {}, &memory);
         QCOMPARE(guess(host, kRight), wait);
         QVERIFY(host.view.lastText.ends_with(u": 30."));
         memory.date += 1'000'000; // whatever is done to the clock meanwhile
@@ -130,7 +130,7 @@ private slots:
         QCOMPARE(guess(host), wrong);
         QCOMPARE(guess(host), wait);
         memory.date -= 2'000'000; // set back, it neither ends the next start's delay nor draws it out
-        Host other(scratch, {}, {}, &memory);
+        Host other(scratch, {}, &memory);
         QCOMPARE(guess(other), wait);
         memory.sinceBoot += 30;
         QCOMPARE(guess(other), wrong);
@@ -175,7 +175,7 @@ private slots:
         Memory memory;
         memory.writable = false;
         memory.state = {1000, memory.date + 1000}; // from before, and from the future
-        Host host(m_scratch, {}, {}, &memory);
+        Host host(m_scratch, {}, &memory);
         host.Login(u"", u"anna", kRight);
         memory.sinceBoot += 30;
         host.Login(u"", u"anna", kRight);
@@ -292,7 +292,7 @@ private slots:
         const auto login = [&](std::int64_t date, const char16_t *password) {
             memory.date = date;
             [&] { QVERIFY(volume::SetPolicy(*scratch.Open(), policy) == volume::Error::None); }();
-            Host host(scratch, {}, {}, &memory);
+            Host host(scratch, {}, &memory);
             host.Login(u"", u"anna", password);
             const std::string answer = host.view.TakeCalls().front();
             host.view.logic->ChangePassword(u"paper ship");

@@ -20,9 +20,9 @@ compare() # COMMAND WORD... HEADING
     local help option text
     text=$(part "$made/$1.8" "${!#}")
     help=$("$programs/$1" "${@:2:$#-2}" --help)
-    for option in $(grep -oE '^  --[a-z0-9-]+' <<<"$help"); do
+    while read -r option; do
         grep -qF -- "\\fB${option//-/\\-}\\fR" <<<"$text" || fail "The page of $* has no $option."
-    done
+    done < <(grep -oE '^  --[a-z0-9-]+' <<<"$help")
 }
 compare pba_host 'SH OPTIONS'
 mapfile -t commands < <(sed -n 's/^\.SS "\(.*\)"$/\1/p' "$made/pba_admin.8")
