@@ -37,6 +37,7 @@ private slots:
             QCOMPARE(Compile(json).errors, QByteArray());
             QCOMPARE(ReadFile(m_output).toHex(' '), expected.toHex(' '));
             json = Settings({"show", "--json", m_output}).output;
+            QVERIFY2(json.contains("P€"), json);
         }
     }
 
@@ -85,6 +86,7 @@ private slots:
             const Outcome outcome = Settings({"check", m_input});
             QVERIFY2(outcome.exitCode == 0 && outcome.output.contains(says), outcome.output);
             QVERIFY2(outcome.output.startsWith("warning: ") && outcome.output.count('\n') == 1, says);
+            QVERIFY(!Settings({"show", "--json", m_output}).output.contains("\u200b"));
         }
     }
 

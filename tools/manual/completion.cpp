@@ -91,11 +91,12 @@ void AddOptions(Tables *tables, const std::string &place, const CLI::App &app)
     std::string words;
     for (const CLI::Option *option : OptionsOf(app)) {
         for (const std::string &name : option->get_lnames()) {
-            words += (words.empty() ? "--" : " --") + name;
+            const std::string typed = " --" + name;
+            words += typed;
             if (option->get_items_expected_max() == 0)
                 continue;
-            AddAlternative(&tables->options, place + " --" + name);
-            AddArgument(tables, place + " --" + name, *option);
+            AddAlternative(&tables->options, place + typed);
+            AddArgument(tables, place + typed, *option);
         }
     }
     AddLine(&tables->lines, place + " -", "words=" + Quoted(words));

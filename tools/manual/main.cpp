@@ -37,7 +37,7 @@ void Write(const std::string &path, const std::string &text)
 
 void WriteBoth(const CLI::App &app, const char *const *arguments)
 {
-    const std::string name = app.get_name();
+    const std::string &name = app.get_name();
     const std::string rest = Read(std::string(arguments[1]) + "/" + name + ".man");
     Write(std::string(arguments[2]) + "/" + name + ".8",
           manual::ManPage(app, {arguments[3], arguments[4]}, rest));
