@@ -55,6 +55,7 @@ WaitSign::~WaitSign()
     if (!isVisible())
         return;
     hide();
+    parentWidget()->repaint(geometry());
     PaintPendingNow();
 }
 
