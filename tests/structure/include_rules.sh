@@ -35,12 +35,12 @@ declare -A may=(
     [volume/luks]='(base|volume/luks)/'
     [volume/recovery]='(base|volume/(luks|recovery))/'
     [volume/token]='(base|volume/(luks|token))/'
-    # The host knows how the settings are written, and nothing else of the view.
-    [host]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host]='host/|pbe/'
     [host/protocol]='(base|host/protocol)/'
-    [host/screen]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    # The screen knows how the settings are written, and nothing else of the view; of the volume it knows nothing.
+    [host/screen]='(base|host/protocol|host/screen|settings_format)/|host/log.h|(kro|pba|pbe)/'
     [host/text]='(base|host/protocol|host/text)/|host/screen/texts.h'
-    [host/service]='(base|host|settings_format|volume)/|(kro|pba|pbe)/'
+    [host/service]='(base|host/protocol|host/service|volume)/|host/log.h|host/screen/(identity|exit_codes).h|(kro|pba|pbe)/'
     [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'
 )
 ours='^((admin|base|host|kro|module|pba|pbe|platform|settings_format|volume)/|[Qq][A-Za-z])'
