@@ -104,7 +104,9 @@ int Main(int argc, char **argv)
     if (screens.empty())
         return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
     ScreenKeeper keeper(terminals, signals.Number(), std::move(screens));
-    return RunHost(*line, &keeper);
+    exitCode = RunHost(*line, &keeper);
+    HandedFiles::RemoveUnwritten();
+    return exitCode;
 }
 
 } // namespace
