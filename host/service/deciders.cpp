@@ -7,22 +7,22 @@
 namespace host {
 namespace {
 
-std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Volume &volume)
+std::unique_ptr<StateStore> MakeStateStore(const CommandLine &line, volume::Header &header)
 {
     if (line.stateInHeader)
-        return std::make_unique<HeaderStateStore>(volume);
+        return std::make_unique<HeaderStateStore>(header);
     return std::make_unique<FileStateStore>();
 }
 
 } // namespace
 
-Deciders::Deciders(const CommandLine &line, volume::Volume &volume)
-    : unlockSession(volume, clock,
+Deciders::Deciders(const CommandLine &line, volume::Header &header)
+    : unlockSession(header, clock,
                     {line.mapperName, line.testBoot, !line.noPasswordLogin,
                      volume::ActivationFlags(line.mapperOptions)})
-    , store(MakeStateStore(line, volume))
-    , throttle(*store, clock, [&volume] { return volume.GetPolicy(); })
-    , autologonAllowed(line.autologonAllowed && volume.GetPolicy().autologonAllowed)
+    , store(MakeStateStore(line, header))
+    , throttle(*store, clock, [&header] { return volume::PolicyOf(header); })
+    , autologonAllowed(line.autologonAllowed && volume::PolicyOf(header).autologonAllowed)
 {
     if (line.stateInHeader && throttle.FormerLogin())
         RestoreLastLogin(*throttle.FormerLogin());

@@ -15,8 +15,8 @@ namespace host {
 // Members in the order in which they depend on each other.
 struct Deciders
 {
-    // The volume must outlive this object.
-    Deciders(const CommandLine &line, volume::Volume &volume);
+    // The header must outlive this object.
+    Deciders(const CommandLine &line, volume::Header &header);
 
     Clock clock;
     UnlockSession unlockSession;

@@ -17,6 +17,7 @@
 #include "pbe/files.h"
 #include "pbe/log.h"
 #include "volume/interrupted_changes.h"
+#include "volume/luks/activation.h"
 
 namespace {
 
@@ -37,18 +38,18 @@ bool PreparePlatform(const CommandLine &line)
 }
 
 // The volume's header is whole before anybody logs on. Where it cannot be written that has to wait.
-void FinishPending(volume::Volume *volume)
+void FinishPending(volume::Header *header)
 {
-    const volume::Error error = FinishInterruptedChanges(*volume);
+    const volume::Error error = FinishInterruptedChanges(*header);
     if (error != volume::Error::None)
         Log(kLogErrors, std::string("An interrupted change cannot be finished: ") + volume::Describe(error));
 }
 
-volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Volume> *opened)
+volume::Error OpenVolume(const CommandLine &line, std::unique_ptr<volume::Header> *opened)
 {
-    volume::Error error = volume::Volume::Open(line.volume, opened);
+    volume::Error error = volume::Header::Open(line.volume, opened);
     if (error == volume::Error::None && !line.mapperName.empty() && !line.testBoot)
-        error = (*opened)->CheckMapperName(line.mapperName);
+        error = volume::CheckMapperName(**opened, line.mapperName);
     if (error == volume::Error::None)
         FinishPending(opened->get());
     return error;
@@ -69,9 +70,9 @@ int ExitCode(const UnlockSession &unlockSession, const ScreenKeeper &keeper)
 
 int RunHost(const CommandLine &line, TokenOptions tokens, ScreenKeeper *keeper)
 {
-    std::unique_ptr<volume::Volume> volume;
+    std::unique_ptr<volume::Header> header;
     volume::Error error = volume::Error::None;
-    keeper->Prepare([&] { error = OpenVolume(line, &volume); });
+    keeper->Prepare([&] { error = OpenVolume(line, &header); });
     if (keeper->IsStopped())
         return kExitSignal;
     if (error != volume::Error::None) {
@@ -79,7 +80,7 @@ int RunHost(const CommandLine &line, TokenOptions tokens, ScreenKeeper *keeper)
         return Refuse(line.volume + ": " + volume::Describe(error),
                       error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
     }
-    Deciders deciders(line, *volume);
+    Deciders deciders(line, *header);
     Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed, std::move(tokens));
     keeper->Run(service);
     return ExitCode(deciders.unlockSession, *keeper);

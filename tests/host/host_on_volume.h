@@ -9,6 +9,7 @@
 #include "tests/host/silent_view.h"
 #include "tests/support/fake_pbe.h"
 #include "tests/support/memory_channel.h"
+#include "volume/luks/policy.h"
 
 // What outlives a host: the memory of failed logins, which may be read-only, and the time.
 class Memory final : public host::StateStore
@@ -43,7 +44,7 @@ struct ServiceOnVolume
         : opened(scratch.Open())
         , memory(lasting ? *lasting : ownMemory)
         , clock([this] { return memory.date; }, [this] { return memory.sinceBoot; })
-        , throttle(memory, clock, [this] { return opened->GetPolicy(); })
+        , throttle(memory, clock, [this] { return volume::PolicyOf(*opened); })
         , unlockSession(*opened, clock, std::move(start))
         , service(unlockSession, throttle, true, std::move(tokens))
     {
@@ -59,7 +60,7 @@ struct ServiceOnVolume
             std::visit([this](const auto &reply) { server->Reply(reply); }, service.Answer(*request));
     }
 
-    std::unique_ptr<volume::Volume> opened;
+    std::unique_ptr<volume::Header> opened;
     Memory ownMemory;
     Memory &memory;
     host::Clock clock;

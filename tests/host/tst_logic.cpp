@@ -5,6 +5,8 @@
 #include "tests/host/host_on_volume.h"
 #include "settings_format/settings_encoder.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 namespace {
 
@@ -202,10 +204,11 @@ private slots:
         QCOMPARE(other->Authorise(MakeSecret(ScratchVolume::kPassword), &key), volume::Error::None);
         const std::string secret = "paper ship";
         const auto cost = volume::KeyCost::ForRandomSecret();
-        QCOMPARE(other->ReplacePassword({"", "anna"}, key, MakeSecret(secret), cost), volume::Error::None);
+        QCOMPARE(volume::Users(*other).ReplacePassword({"", "anna"}, key, MakeSecret(secret), cost),
+                 volume::Error::None);
         QCOMPARE(other->RemoveObject(other->Objects(host::kStateObjectType).at(0).number),
                  volume::Error::None);
-        QCOMPARE(other->AddUser({"", "carl"}, key, MakeSecret(secret), cost), volume::Error::None);
+        QCOMPARE(volume::Users(*other).Add({"", "carl"}, key, MakeSecret(secret), cost), volume::Error::None);
         host.Login(u"", u"anna", u"paper ship");
         host.Login(u"", u"carl", u"paper ship");
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", "LoggedIn"}));
@@ -288,18 +291,18 @@ private slots:
         policy.expiryDays = 1;
         const auto login = [&](std::int64_t date, const char16_t *password) {
             memory.date = date;
-            [&] { QVERIFY(scratch.Open()->SetPolicy(policy) == volume::Error::None); }();
+            [&] { QVERIFY(volume::SetPolicy(*scratch.Open(), policy) == volume::Error::None); }();
             Host host(scratch, {}, &memory);
             host.Login(u"", u"anna", password);
             const std::string answer = host.view.TakeCalls().front();
             host.view.logic->ChangePassword(u"paper ship");
             return answer;
         };
-        const std::int64_t today = *scratch.Open()->FindUser({"", "anna"})->changed;
+        const std::int64_t today = *volume::FindUser(*scratch.Open(), {"", "anna"})->changed;
         const std::string expired = "MustChangePassword";
         QCOMPARE(login(today + kDay + 60, kRight), expired);
         QCOMPARE(login(today - 100 * kDay, u"paper ship"), "LoggedIn");
-        QCOMPARE(*scratch.Open()->FindUser({"", "anna"})->changed, today + kDay + 60);
+        QCOMPARE(*volume::FindUser(*scratch.Open(), {"", "anna"})->changed, today + kDay + 60);
         QCOMPARE(login(today + 30000 * kDay, u"paper ship"), expired);
         policy.clockReset = today + 2 * kDay;
         QCOMPARE(login(today, u"paper ship"), "LoggedIn");

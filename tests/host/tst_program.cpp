@@ -13,6 +13,7 @@
 #include "tests/support/screen_root.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
 
 class ProgramTest : public QObject
 {
@@ -62,9 +63,9 @@ private slots:
                     {"--root", root.path(), "--state", inHeader ? "header" : "root", "--allow-autologon"});
             };
             makeRoot();
-            QVERIFY(m_scratch.Open()->SetPolicy({}) == volume::Error::None);
+            QVERIFY(volume::SetPolicy(*m_scratch.Open(), {}) == volume::Error::None);
             QCOMPARE(start("automatic\nstart\n"), 0);
-            QVERIFY(m_scratch.Open()->SetPolicy(strict) == volume::Error::None);
+            QVERIFY(volume::SetPolicy(*m_scratch.Open(), strict) == volume::Error::None);
             QCOMPARE(start("automatic\nstart\n"), 1);
             QCOMPARE(start("wrong\nwrong\n"), 1);
             if (inHeader) // it lasts where the root does not

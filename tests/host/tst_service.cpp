@@ -72,7 +72,7 @@ private slots:
     void guessing()
     {
         const ScratchVolume scratch;
-        QVERIFY(scratch.Open()->SetPolicy({.freeAttempts = 1}) == volume::Error::None);
+        QVERIFY(volume::SetPolicy(*scratch.Open(), {.freeAttempts = 1}) == volume::Error::None);
         Memory memory;
         for (const char *password : {"wrong", "wronger"}) {
             Scene scene(scratch, {}, &memory);

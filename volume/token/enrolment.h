@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "volume/token/session.h"
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 namespace token {
 
@@ -27,7 +27,7 @@ struct Enrolment
 std::optional<Enrolment> DecodeEnrolment(const volume::Object &object);
 std::string EncodeEnrolment(const Enrolment &enrolment);
 // Those of the volume whose keyslots open it; others cannot let anybody in.
-std::vector<Enrolment> EnrolmentsOf(const volume::Volume &volume);
+std::vector<Enrolment> EnrolmentsOf(const volume::Header &header);
 
 // What the keys of a token make of an enrolment, one key after the other, the likeliest first: a key that is
 // not the right one need not fail. Each is used only when it is asked for, since the person may have to

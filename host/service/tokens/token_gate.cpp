@@ -32,7 +32,7 @@ TokenGate::TokenGate(UnlockSession &unlockSession, TokenOptions options)
 
 bool TokenGate::Offers()
 {
-    std::vector<Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetVolume());
+    std::vector<Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetHeader());
     const bool any = !enrolments.empty();
     m_list.UseEnrolments(std::move(enrolments));
     return any;
@@ -63,7 +63,7 @@ TokenGate::Outcome TokenGate::Try(const ModuleToken &listed, const base::Secret 
 TokenGate::Outcome TokenGate::Open(TokenConversation *conversation, const Description &token,
                                    const base::Secret &pin)
 {
-    std::vector<Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetVolume());
+    std::vector<Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetHeader());
     std::erase_if(enrolments, [&](const Enrolment &enrolment) { return !token.Matches(enrolment.uri); });
     if (enrolments.empty())
         return {Error::NotEnrolled};
