@@ -2,6 +2,8 @@
 // Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
 #pragma once
 
+#include <filesystem>
+
 #include <unistd.h>
 
 #include "tests/support/run_program.h"
@@ -36,7 +38,11 @@ public:
     }
 
     // Lines for the proxy, in the place of those before.
-    void Do(const QByteArray &lines) { WriteFile(ControlFile(), lines + "\n"); }
+    void Do(const QByteArray &lines)
+    {
+        WriteFile(ControlFile() + ".new", lines + "\n");
+        std::filesystem::rename((ControlFile() + ".new").toStdString(), ControlFile().toStdString());
+    }
 
     // The logins since the last question.
     QByteArray TakeLogins()

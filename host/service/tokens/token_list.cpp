@@ -132,7 +132,7 @@ std::vector<ModuleToken> TokenList::Tokens() const
         for (const Description &token : module.state.tokens)
             tokens.push_back({module.process.get(), token, IsUsable(token)});
     }
-    std::sort(tokens.begin(), tokens.end(), [](const ModuleToken &a, const ModuleToken &b) {
+    std::stable_sort(tokens.begin(), tokens.end(), [](const ModuleToken &a, const ModuleToken &b) {
         return std::tuple(!a.usable, a.token.Label(), a.token.Serial()) <
                std::tuple(!b.usable, b.token.Label(), b.token.Serial());
     });

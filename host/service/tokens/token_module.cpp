@@ -10,17 +10,20 @@
 #include "base/text.h"
 #include "host/log.h"
 #include "host/protocol/socket_channel.h"
+#include "host/screen/exit_codes.h"
 #include "host/token_process/wire.h"
 
 namespace host {
 namespace {
 
+using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
 // Whoever has lived that long is started again at once.
 constexpr seconds kLongLife{60};
 constexpr int kMaxDoublings = 8;
+constexpr milliseconds kNone{0};
 
 ScreenCommand CommandFor(const std::string &path, const TokenOptions &options)
 {
@@ -30,10 +33,16 @@ ScreenCommand CommandFor(const std::string &path, const TokenOptions &options)
     return command;
 }
 
-// None after the first failure in a row, then 1 s, 2 s, 4 s and so on.
+// 1 s, 2 s, 4 s and so on.
 seconds PauseAfter(int failures)
 {
-    return failures < 2 ? seconds(0) : seconds(1 << std::min(failures - 2, kMaxDoublings));
+    return seconds(1 << std::min(failures - 1, kMaxDoublings));
+}
+
+// It has said what is wrong, and would only say it again.
+bool IsForGood(const ScreenEnd &end)
+{
+    return end.code == kScreenUsage || end.code == kScreenCannotStand;
 }
 
 } // namespace
@@ -71,7 +80,7 @@ void TokenModule::Run()
 {
     while (!m_stop) {
         try {
-            if (!PauseLeft())
+            if (PauseLeft().value_or(kNone) == kNone)
                 AskForTokens();
         } catch (const std::bad_alloc &) {
             // The next wish may find more memory.
@@ -105,27 +114,26 @@ void TokenModule::Wait()
     eventfd_read(m_wake.Number(), &wishes);
 }
 
+// Nothing while there is a process, or never will be one.
 protocol::Limit TokenModule::PauseLeft()
 {
     const std::lock_guard turn(m_turn);
-    const auto now = steady_clock::now();
-    if (m_process || now >= m_notBefore)
+    if (m_process || m_givenUp)
         return std::nullopt;
-    return std::chrono::ceil<std::chrono::milliseconds>(m_notBefore - now);
+    return std::max(std::chrono::ceil<milliseconds>(m_notBefore - steady_clock::now()), kNone);
 }
 
-// A process that has ended meanwhile is found so by the first question; the second one goes to a new one.
+// A process that has ended since it was asked last is found so by this question, which then goes to a new
+// one.
 std::optional<protocol::ListTokensReply> TokenModule::Turn::List()
 {
-    for (int attempt = 0; attempt < 2 && m_module.StartProcess(); ++attempt) {
-        const auto limit = m_module.m_options.ListTimeout();
-        const protocol::Deadline deadline(limit);
-        if (auto reply = Ask(protocol::ListTokens{}, limit))
-            return reply;
-        if (deadline.Left() == std::chrono::milliseconds(0))
-            break;
-    }
-    return std::nullopt;
+    const bool fresh = !m_module.m_process;
+    const auto ask = [this] {
+        return m_module.StartProcess() ? Ask(protocol::ListTokens{}, m_module.m_options.ListTimeout())
+                                       : std::nullopt;
+    };
+    auto reply = ask();
+    return reply || fresh || m_module.m_hung ? std::move(reply) : ask();
 }
 
 TokenModule::Process::Process(const ScreenCommand &command, std::pair<int, int> ends)
@@ -137,7 +145,7 @@ TokenModule::Process::Process(const ScreenCommand &command, std::pair<int, int> 
 bool TokenModule::StartProcess()
 try {
     const std::lock_guard life(m_life);
-    if (m_process || m_stop)
+    if (m_process || m_stop || m_givenUp)
         return m_process && !m_stop;
     const std::pair<int, int> ends = protocol::SocketChannel::MakeSockets();
     const Descriptor theirs(ends.second);
@@ -158,6 +166,8 @@ void TokenModule::EndProcess()
     const auto now = steady_clock::now();
     m_failures = now - m_process->start >= kLongLife ? 1 : m_failures + 1;
     m_notBefore = now + PauseAfter(m_failures);
+    m_hung = fault == protocol::Fault::TimedOut;
+    m_givenUp = IsForGood(end);
     m_process.reset();
     if (m_stop)
         return;

@@ -104,6 +104,8 @@ private:
     std::optional<Process> m_process;
     int m_failures = 0; // in a row
     Time m_notBefore;
+    bool m_hung = false;    // the last process that has ended
+    bool m_givenUp = false; // it cannot be started as it is
     std::atomic<bool> m_stop = false;
     std::thread m_thread; // the last member: it uses the others
 };
