@@ -9,6 +9,8 @@
 #include "admin/json_output.h"
 #include "admin/table.h"
 #include "admin/volume_session.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 namespace admin {
 namespace {
@@ -51,13 +53,13 @@ void AddVolume(CLI::App *command, PolicyOptions *options)
 
 // How old passwords are that were set while the clock stood in the future is not known: they count as set
 // now.
-volume::Error ResetDates(volume::Volume &volume, std::int64_t now)
+volume::Error ResetDates(volume::Header &header, std::int64_t now)
 {
-    for (volume::User &user : volume.Users()) {
+    for (volume::User &user : volume::UsersOf(header)) {
         if (user.changed.value_or(now) <= now)
             continue;
         user.changed = now;
-        const volume::Error error = volume.WriteObject(volume::EncodeUser(user), &user.object);
+        const volume::Error error = header.WriteObject(volume::EncodeUser(user), &user.object);
         if (error != volume::Error::None)
             return error;
     }
@@ -68,7 +70,7 @@ volume::Error ResetDates(volume::Volume &volume, std::int64_t now)
 
 void ShowPolicy(const PolicyOptions &options)
 {
-    const Policy policy = OpenVolume(options.volume)->GetPolicy();
+    const Policy policy = volume::PolicyOf(*OpenVolume(options.volume));
     if (options.json) {
         nlohmann::json object = nlohmann::json::parse(volume::EncodePolicy(policy));
         object.erase("type");
@@ -90,8 +92,8 @@ void ShowPolicy(const PolicyOptions &options)
 // without this command.
 void SetPolicy(const PolicyOptions &options)
 {
-    const auto volume = OpenVolumeForChange(options.volume);
-    Policy policy = volume->GetPolicy();
+    const auto header = OpenVolumeForChange(options.volume);
+    Policy policy = volume::PolicyOf(*header);
     const bool any[] = {Apply(options.minimumLength, &policy.minimumLength),
                         Apply(options.notOldPassword, &policy.notOldPassword),
                         Apply(options.expiryDays, &policy.expiryDays),
@@ -104,11 +106,11 @@ void SetPolicy(const PolicyOptions &options)
     if (std::find(std::begin(any), std::end(any), true) == std::end(any))
         throw Failure("nothing to set; see pba_admin policy set --help", kExitUsage);
     const auto change = [&] {
-        const volume::Error error = volume->SetPolicy(policy);
-        return error == volume::Error::None && options.clockReset ? ResetDates(*volume, policy.clockReset)
+        const volume::Error error = volume::SetPolicy(*header, policy);
+        return error == volume::Error::None && options.clockReset ? ResetDates(*header, policy.clockReset)
                                                                   : error;
     };
-    Require(volume->Change(change), *volume);
+    Require(header->Change(change), *header);
 }
 
 void AddPolicyCommands(CLI::App *app, PolicyOptions *options)

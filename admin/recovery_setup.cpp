@@ -18,16 +18,16 @@
 namespace admin {
 namespace {
 
-using volume::Volume;
+using volume::Header;
 
-using Check = void (*)(const Volume &);
+using Check = void (*)(const Header &);
 
 void SetUp(const RecoveryOptions &options, Check check)
 {
-    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
-    check(*volume);
+    const std::unique_ptr<Header> header = OpenVolumeForChange(options.volume);
+    check(*header);
     const recovery::PublicKey administrator = ReadPublicKey(options.publicKey);
-    const base::Secret volumeKey = Authorise(*volume, PasswordSource(options.passwordFromStandardInput));
+    const base::Secret volumeKey = Authorise(*header, PasswordSource(options.passwordFromStandardInput));
 
     const Progress progress("writing keyslot and record");
     const HeldSignals held; // half of it would stay until the next change
@@ -37,9 +37,9 @@ void SetUp(const RecoveryOptions &options, Check check)
         std::copy(secret.View().begin(), secret.View().end(), sealed.secret.Data());
         record.emplace(options.escrow, recovery::SealRecord(sealed, administrator));
     };
-    const volume::Error error = volume->Change([&] {
-        check(*volume); // another administrator may have been quicker
-        return recovery::SetUp(*volume, volumeKey, administrator, keep);
+    const volume::Error error = header->Change([&] {
+        check(*header); // another administrator may have been quicker
+        return recovery::SetUp(*header, volumeKey, administrator, keep);
     });
     // Where the header's state is not known the record may be the one that answers.
     if (record && (error == volume::Error::None || error == volume::Error::OldPasswordStays ||
@@ -47,19 +47,19 @@ void SetUp(const RecoveryOptions &options, Check check)
         record->Keep();
     if (error == volume::Error::OldPasswordStays)
         throw Failure(options.volume + ": renewed, but the former secret still opens it; renew once more");
-    Require(error, *volume);
+    Require(error, *header);
 }
 
-void RequireNone(const Volume &volume)
+void RequireNone(const Header &header)
 {
-    if (recovery::Find(volume))
-        throw Failure(volume.Path() + ": has a recovery already; replace it with pba_admin recovery renew");
+    if (recovery::Find(header))
+        throw Failure(header.Path() + ": has a recovery already; replace it with pba_admin recovery renew");
 }
 
-void RequireOne(const Volume &volume)
+void RequireOne(const Header &header)
 {
-    if (!recovery::Find(volume))
-        throw Failure(volume.Path() + ": has no recovery; set one up with pba_admin recovery enroll");
+    if (!recovery::Find(header))
+        throw Failure(header.Path() + ": has no recovery; set one up with pba_admin recovery enroll");
 }
 
 void PrintStatusJson(const std::optional<recovery::Found> &found)

@@ -10,6 +10,7 @@
 #include "admin/signals.h"
 #include "admin/table.h"
 #include "admin/volume_session.h"
+#include "volume/luks/users.h"
 #include "volume/token/modules.h"
 #include "volume/token/uri.h"
 #include "volume/token/volume_tokens.h"
@@ -20,7 +21,7 @@ namespace {
 using nlohmann::json;
 using token::Token;
 using token::VolumeToken;
-using volume::Volume;
+using volume::Header;
 
 void RequireToken(token::Error error)
 {
@@ -61,11 +62,11 @@ Token FindToken(token::Modules &modules, const TokenOptions &options)
     return tokens.front();
 }
 
-void CheckNotEnrolled(const Volume &volume, const Token &token)
+void CheckNotEnrolled(const Header &header, const Token &token)
 {
-    for (const token::Enrolment &enrolment : token::EnrolmentsOf(volume)) {
+    for (const token::Enrolment &enrolment : token::EnrolmentsOf(header)) {
         if (token.Matches(enrolment.uri))
-            throw Failure(volume.Path() + ": the token is enrolled already, for keyslot " +
+            throw Failure(header.Path() + ": the token is enrolled already, for keyslot " +
                           std::to_string(enrolment.keyslots.front()) + "; remove that one first");
     }
 }
@@ -153,20 +154,20 @@ void PrintAll(const std::vector<Element> &elements, const DescribeOne &describe)
 void EnrollToken(const TokenOptions &options)
 {
     CheckArguments(options);
-    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
-    if (!volume->FindUser(options.name))
+    const std::unique_ptr<Header> header = OpenVolumeForChange(options.volume);
+    if (!volume::FindUser(*header, options.name))
         CheckNewName(options.name);
     token::Modules modules(options.module);
     const Token token = FindToken(modules, options);
-    CheckNotEnrolled(*volume, token);
+    CheckNotEnrolled(*header, token);
 
     const PasswordSource passwords(options.passwordFromStandardInput);
-    const base::Secret volumeKey = Authorise(*volume, passwords);
+    const base::Secret volumeKey = Authorise(*header, passwords);
     const token::Wrapped wrapped = WrapAndProve(token, options, passwords);
     int keyslot = -1;
     const Progress progress("making the token's keyslot");
     const HeldSignals held;
-    Require(token::AddToken(*volume, volumeKey, wrapped, options.name, &keyslot), *volume);
+    Require(token::AddToken(*header, volumeKey, wrapped, options.name, &keyslot), *header);
 }
 
 void ListTokens(const TokenOptions &options)
@@ -188,8 +189,8 @@ void ListTokens(const TokenOptions &options)
 
 void DropToken(const TokenOptions &options)
 {
-    const std::unique_ptr<Volume> volume = OpenVolumeForChange(options.volume);
-    const std::vector<VolumeToken> tokens = token::TokensOf(*volume);
+    const std::unique_ptr<Header> header = OpenVolumeForChange(options.volume);
+    const std::vector<VolumeToken> tokens = token::TokensOf(*header);
     const bool known = std::any_of(tokens.begin(), tokens.end(), [&](const VolumeToken &token) {
         const std::vector<int> &keyslots = token.enrolment.keyslots;
         return std::find(keyslots.begin(), keyslots.end(), options.keyslot) != keyslots.end();
@@ -198,7 +199,7 @@ void DropToken(const TokenOptions &options)
         throw Failure(options.volume + ": keyslot " + std::to_string(options.keyslot) +
                       " is no token's; pba_admin token list shows them");
     const HeldSignals held;
-    Require(token::RemoveToken(*volume, options.keyslot), *volume);
+    Require(token::RemoveToken(*header, options.keyslot), *header);
 }
 
 } // namespace admin

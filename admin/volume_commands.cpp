@@ -12,6 +12,8 @@
 #include "admin/scratch_file.h"
 #include "admin/size.h"
 #include "admin/volume_session.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 namespace admin {
 namespace {
@@ -56,10 +58,10 @@ void CreateVolume(const VolumeOptions &options)
     const Progress progress("making the volume and measuring what a login may cost");
     ScratchFile file(user.volume);
     SetSize(file, user.volume, size);
-    std::unique_ptr<volume::Volume> volume;
-    Require(volume::Volume::Create(file.Path(), &volume), user.volume);
-    Require(volume->AddUser(user.name, base::Secret(), password, CostOfFirstUser(user)), user.volume,
-            volume->LastDetail());
+    std::unique_ptr<volume::Header> header;
+    Require(volume::Header::Create(file.Path(), &header), user.volume);
+    Require(volume::Users(*header).Add(user.name, base::Secret(), password, CostOfFirstUser(user)),
+            user.volume, header->LastDetail());
     file.FinishNew();
 }
 

@@ -9,12 +9,13 @@
 #include "admin/json_output.h"
 #include "admin/table.h"
 #include "admin/volume_session.h"
+#include "volume/luks/users.h"
 
 namespace admin {
 namespace {
 
 using nlohmann::json;
-using volume::Volume;
+using volume::Header;
 
 constexpr char kTokenType[] = "systemd-pkcs11";
 constexpr char kRecoveryType[] = "pba-recovery";
@@ -29,10 +30,10 @@ std::string FormatTime(std::int64_t seconds)
     return text;
 }
 
-json DescribeUsers(const Volume &volume)
+json DescribeUsers(const Header &header)
 {
     json users = json::array();
-    for (const volume::User &user : volume.Users()) {
+    for (const volume::User &user : volume::UsersOf(header)) {
         users.push_back({{"user", user.name.user},
                          {"domain", user.name.domain},
                          {"keyslots", user.keyslots},
@@ -57,11 +58,11 @@ std::string PurposeOf(const volume::Keyslot &keyslot, const std::vector<volume::
                                                   : named->type;
 }
 
-json DescribeKeyslots(const Volume &volume)
+json DescribeKeyslots(const Header &header)
 {
-    const std::vector<volume::Object> objects = volume.Objects();
+    const std::vector<volume::Object> objects = header.Objects();
     json keyslots = json::array();
-    for (const volume::Keyslot &keyslot : volume.Keyslots()) {
+    for (const volume::Keyslot &keyslot : header.Keyslots()) {
         keyslots.push_back({{"number", keyslot.number},
                             {"purpose", PurposeOf(keyslot, objects)},
                             {"cost", keyslot.cost.Describe()}});
@@ -70,10 +71,10 @@ json DescribeKeyslots(const Volume &volume)
 }
 
 // Members of objects that others write are taken as they come.
-json DescribeObjects(const Volume &volume, const char *type, const char *member, const json &otherwise)
+json DescribeObjects(const Header &header, const char *type, const char *member, const json &otherwise)
 {
     json described = json::array();
-    for (const volume::Object &object : volume.Objects(type)) {
+    for (const volume::Object &object : header.Objects(type)) {
         const json content = json::parse(object.json, nullptr, false);
         json value = content.is_object() ? content.value(member, otherwise) : otherwise;
         if (value.type() != otherwise.type())
@@ -83,15 +84,15 @@ json DescribeObjects(const Volume &volume, const char *type, const char *member,
     return described;
 }
 
-json DescribeVolume(const Volume &volume)
+json DescribeVolume(const Header &header)
 {
-    const volume::Room room = volume.RoomLeft();
-    return {{"volume", volume.Path()},
-            {"uuid", volume.Uuid()},
-            {"users", DescribeUsers(volume)},
-            {"keyslots", DescribeKeyslots(volume)},
-            {"tokens", DescribeObjects(volume, kTokenType, "pkcs11-uri", "")},
-            {"recovery", DescribeObjects(volume, kRecoveryType, "used", false)},
+    const volume::Room room = header.RoomLeft();
+    return {{"volume", header.Path()},
+            {"uuid", header.Uuid()},
+            {"users", DescribeUsers(header)},
+            {"keyslots", DescribeKeyslots(header)},
+            {"tokens", DescribeObjects(header, kTokenType, "pkcs11-uri", "")},
+            {"recovery", DescribeObjects(header, kRecoveryType, "used", false)},
             {"room", {{"keyslots", room.keyslots}, {"objects", room.objects}, {"bytes", room.bytes}}}};
 }
 

@@ -19,6 +19,7 @@ namespace base {
 // The rows of challenge and response: no string of one passes in place of another.
 inline constexpr int kFirstChallengeRow = 1;
 inline constexpr int kFirstResponseRow = 9;
+inline constexpr std::size_t kResponseDigits = 16; // of each of its strings, and the check digit
 
 // As a person may have written it: small letters, O for 0, I and L for 1, blanks and hyphens between. Nothing
 // when another character is in it.

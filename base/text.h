@@ -3,23 +3,16 @@
 // Nothing is normalised: a passphrase is the bytes as typed, as the standard tools take it.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/secret.h"
+#include "base/utf.h" // with it, for those who read texts convert them, too
 
 namespace base {
 
 // An unpaired surrogate becomes U+FFFD.
-std::string ToUtf8(std::u16string_view text);
 Secret ToSecretUtf8(std::u16string_view text);
-
-// The number of UTF-16 code units that `text` takes; nothing when it is not valid UTF-8.
-std::optional<std::size_t> Utf16Length(std::string_view text);
-// Ends at the first byte that is not valid UTF-8: check with Utf16Length before.
-std::u16string ToUtf16(std::string_view text);
 
 // Valid UTF-8 of characters that show: neither control nor format characters, nor such as are drawn as
 // nothing, and no other blank than the ordinary one. Of two texts that are not plain a person may see but

@@ -9,6 +9,7 @@
 #include "platform/screen/pointer.h"
 #include "platform/screen/repaint_gate.h"
 #include "platform/stop.h"
+#include "platform/watch.h"
 
 namespace pbe {
 
@@ -23,6 +24,7 @@ struct Application
     Keyboard keyboard;
     Busy busy;
     HotPlug hotPlug;
+    HostWatch hostWatch;
 };
 
 } // namespace pbe

@@ -4,21 +4,24 @@
 //
 // Links are followed when reading and on the way to a file, since a root may be put together from links. The
 // last component of a file to be written is not followed: a planted link would let the view empty any file.
+// A file that the host has handed over was checked by whoever opened it.
 #include "pbe/files.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <new>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QList>
-#include <QString>
+#include "base/utf.h"
 
 namespace {
 
@@ -41,21 +44,42 @@ std::string &Root()
     return s_root;
 }
 
-bool IsProperPath(QStringView path)
+// The files that are open already.
+std::map<std::u16string, int, std::less<>> &UsedFiles()
 {
-    if (!path.startsWith(u'\\') || path.contains(u'/') || !path.isValidUtf16())
-        return false;
-    const auto components = path.split(u'\\');
-    return std::none_of(components.begin(), components.end(),
-                        [](QStringView component) { return component == u".."; });
+    static std::map<std::u16string, int, std::less<>> s_files;
+    return s_files;
+}
+
+bool HasParentComponent(std::string_view name)
+{
+    for (std::size_t begin = 0; begin < name.size();) {
+        const std::size_t end = std::min(name.find('/', begin), name.size());
+        if (name.substr(begin, end - begin) == "..")
+            return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+// The name below the root; empty for a path that is not proper.
+std::string NameOf(std::u16string_view path)
+{
+    std::string name = base::ToUtf8(path);
+    // Half a surrogate pair does not come back.
+    if (!path.starts_with(u'\\') || path.find(u'/') != path.npos || base::ToUtf16(name) != path)
+        return {};
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return HasParentComponent(name) ? std::string() : name;
 }
 
 kro::result_t Resolve(const char16_t *path, std::string *file)
 {
     try {
-        if (!path || !IsProperPath(path))
+        const std::string name = path ? NameOf(path) : std::string();
+        if (name.empty())
             return kro::kInvalidArgument;
-        *file = Root() + QString::fromUtf16(path).replace(u'\\', u'/').toStdString();
+        *file = Root() + name;
     } catch (const std::bad_alloc &) {
         return kro::kOutOfMemory;
     }
@@ -82,6 +106,35 @@ bool Settle(int descriptor, bool empty)
     return !empty || ftruncate(descriptor, 0) == 0;
 }
 
+// Whether a descriptor serves for reading (O_RDONLY) or for writing (O_WRONLY).
+bool IsOpenFor(int mode, int descriptor)
+{
+    const int flags = fcntl(descriptor, F_GETFL);
+    const int opened = flags & O_ACCMODE;
+    return flags >= 0 && (flags & O_PATH) == 0 && (opened == mode || opened == O_RDWR);
+}
+
+// -1 with the reason in errno.
+int OpenUsed(int used, int mode)
+{
+    if (!IsOpenFor(mode, used)) {
+        errno = EACCES;
+        return -1;
+    }
+    const int opened = fcntl(used, F_DUPFD_CLOEXEC, 0);
+    if (opened >= 0)
+        lseek(opened, 0, SEEK_SET);
+    return opened;
+}
+
+int OpenAny(const char16_t *path, const char *file, int flags)
+{
+    const auto used = UsedFiles().find(std::u16string_view(path));
+    if (used != UsedFiles().end())
+        return OpenUsed(used->second, flags & O_ACCMODE);
+    return open(file, flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
+}
+
 kro::result_t Open(const char16_t *path, int flags, bool empty, int *descriptor)
 {
     if (!descriptor)
@@ -91,7 +144,7 @@ kro::result_t Open(const char16_t *path, int flags, bool empty, int *descriptor)
     const kro::result_t result = Resolve(path, &file);
     if (kro::Failed(result))
         return result;
-    const int opened = open(file.c_str(), flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
+    const int opened = OpenAny(path, file.c_str(), flags);
     if (opened < 0)
         return ResultOf(errno);
     if (!Settle(opened, empty)) {
@@ -100,6 +153,15 @@ kro::result_t Open(const char16_t *path, int flags, bool empty, int *descriptor)
     }
     *descriptor = opened;
     return kro::kOk;
+}
+
+// Takes the place of what stood for the path before.
+void Keep(const char16_t *path, int descriptor)
+{
+    int &kept = UsedFiles().try_emplace(path, descriptor).first->second;
+    if (kept != descriptor)
+        close(std::exchange(kept, descriptor));
+    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
 } // namespace
@@ -124,8 +186,35 @@ kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *file)
     return kro::kOk;
 }
 
+kro::result_t PbeUseFile(const char16_t *path, int descriptor)
+{
+    std::string file;
+    const kro::result_t result = Resolve(path, &file);
+    if (kro::Failed(result))
+        return result;
+    struct stat status
+    {
+    };
+    if (descriptor < 0 || fstat(descriptor, &status) != 0)
+        return kro::kInvalidArgument;
+    const auto &files = UsedFiles();
+    if (std::any_of(files.begin(), files.end(),
+                    [&](const auto &used) { return used.second == descriptor && used.first != path; }))
+        return kro::kInvalidArgument;
+    if (!S_ISREG(status.st_mode))
+        return kro::kAccessDenied;
+    try {
+        Keep(path, descriptor);
+    } catch (const std::bad_alloc &) {
+        return kro::kOutOfMemory;
+    }
+    return kro::kOk;
+}
+
 bool PbeFileExists(const char16_t *path)
 {
+    if (path && UsedFiles().contains(std::u16string_view(path)))
+        return true;
     std::string file;
     struct stat status
     {

@@ -29,6 +29,9 @@ std::atomic<std::int64_t> s_severity{kSeverityUnknown};
 std::atomic<int> s_sink{kSinkUnknown};
 // Held while the sink changes, not while a line is written.
 std::mutex s_sinkMutex;
+// The sink's own descriptor, once there is one. It keeps its number, and changes its file in one step, since
+// another thread may be writing.
+int s_ownSink = kSinkUnknown;
 
 std::uint32_t SeverityOfEnvironment()
 {
@@ -70,6 +73,15 @@ iovec Part(const char *text)
     return {const_cast<char *>(text), std::strlen(text)};
 }
 
+// A pipe or a socket would end the process when nobody reads any more.
+bool IsSink(int descriptor)
+{
+    struct stat status
+    {
+    };
+    return fstat(descriptor, &status) == 0 && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
+}
+
 // Never waits: neither here for a fifo's reader nor later for a terminal that stands still, so O_NONBLOCK
 // stays.
 int OpenSink(const char *path)
@@ -78,10 +90,7 @@ int OpenSink(const char *path)
     const int sink = open(path, flags, S_IRUSR | S_IWUSR);
     if (sink < 0)
         return kSinkUnknown;
-    struct stat status
-    {
-    };
-    if (fstat(sink, &status) == 0 && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode)))
+    if (IsSink(sink))
         return sink;
     close(sink);
     return kSinkUnknown;
@@ -100,18 +109,39 @@ int SinkOfEnvironment()
     return STDERR_FILENO;
 }
 
+// With the mutex held. When it fails, the sink stays as it was and `fresh` open.
+bool Use(int fresh)
+{
+    if (fresh != STDERR_FILENO && s_ownSink == kSinkUnknown)
+        s_ownSink = fresh;
+    const int sink = fresh == STDERR_FILENO ? STDERR_FILENO : s_ownSink;
+    if (sink != fresh) {
+        if (dup3(fresh, sink, O_CLOEXEC) < 0)
+            return false;
+        close(fresh);
+    }
+    s_sink.store(sink, std::memory_order_release);
+    return true;
+}
+
 int Sink()
 {
-    int sink = s_sink.load(std::memory_order_acquire);
+    const int sink = s_sink.load(std::memory_order_acquire);
     if (sink != kSinkUnknown)
         return sink;
     const std::lock_guard guard(s_sinkMutex);
-    sink = s_sink.load(std::memory_order_relaxed);
-    if (sink == kSinkUnknown) {
-        sink = SinkOfEnvironment();
-        s_sink.store(sink, std::memory_order_release);
-    }
-    return sink;
+    if (s_sink.load(std::memory_order_relaxed) == kSinkUnknown)
+        Use(SinkOfEnvironment());
+    return s_sink.load(std::memory_order_relaxed);
+}
+
+// A descriptor of the host becomes like one that was opened here.
+bool Settle(int descriptor)
+{
+    const int flags = fcntl(descriptor, F_GETFL);
+    return flags >= 0 && (flags & O_PATH) == 0 && (flags & O_ACCMODE) != O_RDONLY && IsSink(descriptor) &&
+           fcntl(descriptor, F_SETFL, flags | O_APPEND | O_NONBLOCK) == 0 &&
+           fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
 }
 
 } // namespace
@@ -152,13 +182,22 @@ kro::result_t PbeSetLogFile(const char *path)
     if (fresh == kSinkUnknown)
         return kro::kAccessDenied;
     const std::lock_guard guard(s_sinkMutex);
-    const int sink = s_sink.load(std::memory_order_relaxed);
-    if (sink == kSinkUnknown || sink == STDERR_FILENO) {
-        s_sink.store(fresh, std::memory_order_release);
+    if (Use(fresh))
         return kro::kOk;
-    }
-    // Another thread may be writing: the descriptor keeps its number and changes its file in one step.
-    const bool replaced = dup3(fresh, sink, O_CLOEXEC) >= 0;
     close(fresh);
-    return replaced ? kro::kOk : kro::kAccessDenied;
+    return kro::kAccessDenied;
+}
+
+kro::result_t PbeSetLogDescriptor(int descriptor)
+{
+    if (descriptor < 0 || fcntl(descriptor, F_GETFD) < 0)
+        return kro::kInvalidArgument;
+    const std::lock_guard guard(s_sinkMutex);
+    const bool usable = descriptor == STDERR_FILENO || Settle(descriptor);
+    return usable && Use(descriptor) ? kro::kOk : kro::kAccessDenied;
+}
+
+int PbeGetLogDescriptor()
+{
+    return Sink();
 }

@@ -44,6 +44,7 @@ enum class TokenError : std::uint8_t {
     FewTriesLeft,
     LastTry,
     PinLocked,
+    PinExpired,
     Removed, // also one that is no longer what the list had at this place
     NotEnrolled,
     NoKey,

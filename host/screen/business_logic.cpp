@@ -2,40 +2,47 @@
 #include "host/screen/business_logic.h"
 
 #include "host/screen/guarded.h"
-#include "host/log.h"
 #include "pba/view.h"
-#include "host/service/offered_ways.h"
-#include "host/service/stop_signals.h"
 
 namespace host {
+namespace {
 
-BusinessLogic::BusinessLogic(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
-                             const LogicOptions &options)
-    : m_unlockSession(unlockSession)
-    , m_options(options)
-    , m_passwordLogin(unlockSession, throttle, texts, options.autologonAllowed)
-    , m_recovery(unlockSession, m_passwordLogin, texts)
-    , m_tokenLogin(unlockSession, texts, options.tokenModule)
+// Without any way in the view says that there are no users.
+std::uint32_t ViewOptions(const protocol::HelloReply &hello)
+{
+    return (hello.passwordsOffered ? pba::kOptionLoginByPassword : 0) |
+           (hello.tokensOffered ? pba::kOptionLoginByToken : 0);
+}
+
+} // namespace
+
+BusinessLogic::BusinessLogic(ServiceLink &service, const Texts &texts)
+    : m_service(service)
+    , m_passwordLogin(service, texts)
+    , m_recovery(service, m_passwordLogin, texts)
+    , m_tokenLogin(service, texts)
 {
 }
 
-// Without any way in the view says that there are no users.
-std::uint32_t BusinessLogic::ViewOptions() const
+kro::result_t BusinessLogic::Init(pba::IMainView *view)
 {
-    return (OffersPasswords(m_unlockSession) ? pba::kOptionLoginByPassword : 0) |
-           (m_tokenLogin.IsOffered() ? pba::kOptionLoginByToken : 0);
+    return Guarded([&] { return Begin(view); });
 }
 
 // The login page asks about the automatic logon as soon as it is shown, so its logic must be there before.
-kro::result_t BusinessLogic::Init(pba::IMainView *view)
+kro::result_t BusinessLogic::Begin(pba::IMainView *view)
 {
     pba::ILoginByPasswordView *loginView = view->GetLoginByPasswordView();
     if (!loginView)
         return kro::kUnexpected;
+    const std::optional<protocol::HelloReply> hello = m_service.Ask(protocol::Hello{});
+    if (!hello || m_service.HasEnded())
+        return kro::kCancelled;
     m_view = view;
+    m_passwordLogin.Offer(hello->passwordsOffered, hello->autologonAllowed);
     m_passwordLogin.Attach(loginView);
-    view->SetOptions(ViewOptions());
-    return m_unlockSession.IsTestBoot() ? view->ShowTestBootMessage() : view->ShowInitialScreen();
+    view->SetOptions(ViewOptions(*hello));
+    return hello->testBoot ? view->ShowTestBootMessage() : view->ShowInitialScreen();
 }
 
 kro::result_t BusinessLogic::UpdateConnectedTokens(bool *screenMustChange)
@@ -75,17 +82,22 @@ kro::result_t BusinessLogic::StartOperatingSystem()
 {
     if (!m_view)
         return kro::kNotInitialized;
-    // Who ended the program does not want the system to start.
-    if (StopRequested())
+    return Guarded([&] { return TryStart(); });
+}
+
+kro::result_t BusinessLogic::TryStart()
+{
+    using protocol::StartResult;
+    const std::optional<protocol::StartReply> reply = m_service.AskBusy(protocol::Start{});
+    if (!reply || reply->result == StartResult::Cancelled)
         return kro::kCancelled;
-    return Guarded([&] {
-        const kro::result_t result = m_unlockSession.Start();
-        if (kro::Failed(result))
-            return result;
-        Log(kLogCalls, m_unlockSession.IsTestBoot() ? "The test boot ends." : "The operating system starts.");
-        m_view->ShowStartingOsScreen(); // only a picture: the start does not depend on it
-        return m_view->Close();
-    });
+    if (reply->result == StartResult::Prohibited)
+        return kro::kProhibited;
+    if (reply->result == StartResult::Failed)
+        return kro::kUnspecifiedError;
+    m_started = true;
+    m_view->ShowStartingOsScreen(); // only a picture: the start does not depend on it
+    return m_view->Close();
 }
 
 } // namespace host

@@ -1,26 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the view asks this host at the start of each activity.
+// What the view asks at the start of each activity.
 #pragma once
 
 #include "host/screen/password_login.h"
 #include "host/screen/password_recovery.h"
-#include "pba/business_logic.h"
 #include "host/screen/token_login.h"
+#include "pba/business_logic.h"
 
 namespace host {
-
-struct LogicOptions
-{
-    bool autologonAllowed = false;
-    std::string tokenModule = {}; // a PKCS#11 module; empty: those that the system's configuration names
-};
 
 class BusinessLogic final : public pba::IBusinessLogic
 {
 public:
-    BusinessLogic(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
-                  const LogicOptions &options);
+    // Both must outlive this object.
+    BusinessLogic(ServiceLink &service, const Texts &texts);
 
+    // kCancelled when the service has ended.
     kro::result_t Init(pba::IMainView *view) override;
     kro::result_t UpdateConnectedTokens(bool *screenMustChange) override;
     kro::result_t CheckTokensConnected(bool *connected) override;
@@ -29,15 +24,18 @@ public:
     kro::result_t StartLoginByToken(pba::ILoginByTokenView *view) override;
     kro::result_t StartOperatingSystem() override;
 
-private:
-    std::uint32_t ViewOptions() const;
+    bool HasStarted() const { return m_started; }
 
-    UnlockSession &m_unlockSession;
-    LogicOptions m_options;
+private:
+    kro::result_t Begin(pba::IMainView *view);
+    kro::result_t TryStart();
+
+    ServiceLink &m_service;
     PasswordLogin m_passwordLogin;
     PasswordRecovery m_recovery;
     TokenLogin m_tokenLogin;
     pba::IMainView *m_view = nullptr;
+    bool m_started = false;
 };
 
 } // namespace host

@@ -31,8 +31,7 @@ struct Confinement
 };
 
 // What pba_screen works with: fonts, keyboard layouts, its own libraries in `programs`, devices for input and
-// display, and what lies in ROOT/pba to be read. With a display server also the cookie that opens it, as the
-// environment names it.
+// display, and what lies in ROOT/pba to be read.
 Confinement ForScreen(const std::string &root, const std::string &programs, bool displayServer);
 
 // Before the process has more than one thread. For good; `fault` says in one line without a full stop what

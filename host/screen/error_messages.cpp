@@ -3,24 +3,24 @@
 
 namespace host {
 
-using volume::Error;
+using protocol::VolumeError;
 
-const MessageText &MessageFor(Error error)
+const MessageText &MessageFor(VolumeError error)
 {
     switch (error) {
-    case Error::WrongPassword:
+    case VolumeError::WrongPassword:
         return kWrongPassword;
-    case Error::PasswordTooShort:
+    case VolumeError::PasswordTooShort:
         return kPasswordTooShort;
-    case Error::PasswordUnchanged:
+    case VolumeError::PasswordUnchanged:
         return kPasswordUnchanged;
-    case Error::OutOfMemory:
+    case VolumeError::OutOfMemory:
         return kOutOfMemory;
-    case Error::Vanished:
+    case VolumeError::Vanished:
         return kVolumeVanished;
-    case Error::DiskFault:
+    case VolumeError::DiskFault:
         return kDiskFault;
-    case Error::Busy:
+    case VolumeError::Busy:
         return kVolumeBusy;
     default:
         return kVolumeUnreadable;

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "host/screen/texts.h"
-#include "volume/luks/error.h"
+#include "host/protocol/messages.h"
 
 namespace host {
 
-const MessageText &MessageFor(volume::Error error);
+const MessageText &MessageFor(protocol::VolumeError error);
 
 } // namespace host

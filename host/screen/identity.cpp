@@ -70,6 +70,17 @@ std::optional<Identity> FindIdentity(const std::string &text)
     return identity;
 }
 
+// The first of the groups is the user's own.
+std::string InNumbers(const Identity &identity)
+{
+    std::string text = std::to_string(identity.user) + ':' + std::to_string(identity.group);
+    for (const gid_t group : identity.groups) {
+        if (group != identity.group)
+            text += ',' + std::to_string(group);
+    }
+    return text;
+}
+
 bool Assume(const Identity &identity)
 {
     const gid_t group = identity.group;

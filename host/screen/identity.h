@@ -20,6 +20,8 @@ struct Identity
 // By a name, or by "UID:GID" and further groups after commas. Nothing for one that is not known, and for any
 // that is root's in part.
 std::optional<Identity> FindIdentity(const std::string &text);
+// "UID:GID,GID...", as FindIdentity reads it.
+std::string InNumbers(const Identity &identity);
 // For good: there is no way back. False, with errno, when it has not been done as a whole.
 [[nodiscard]] bool Assume(const Identity &identity);
 [[nodiscard]] bool DropCapabilities();

@@ -1,28 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/screen/password_login.h"
 
+#include "base/flag_scope.h"
+#include "base/text.h"
 #include "host/screen/configured_layouts.h"
 #include "host/screen/error_messages.h"
 #include "host/screen/guarded.h"
 #include "host/screen/keyboard_hints.h"
-#include "host/log.h"
 #include "pba/view.h"
-#include "host/screen/scopes.h"
-#include "host/service/stop_signals.h"
-#include "base/flag_scope.h"
-#include "base/text.h"
 
 namespace host {
 
-using volume::Error;
+using protocol::LoginResult;
+using protocol::VolumeError;
 
-PasswordLogin::PasswordLogin(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
-                             bool autologonAllowed)
-    : m_unlockSession(unlockSession)
-    , m_gate(unlockSession, throttle)
+PasswordLogin::PasswordLogin(ServiceLink &service, const Texts &texts)
+    : m_service(service)
     , m_texts(texts)
-    , m_autologonAllowed(autologonAllowed)
 {
+}
+
+void PasswordLogin::Offer(bool passwords, bool autologon)
+{
+    m_offered = passwords;
+    m_autologonAllowed = autologon;
+    m_mustReplace = false;
+    m_person = {};
 }
 
 void PasswordLogin::Attach(pba::ILoginByPasswordView *view)
@@ -31,10 +34,10 @@ void PasswordLogin::Attach(pba::ILoginByPasswordView *view)
     m_view->SetLogic(this);
 }
 
+// Once: a wrong credentials file does not try for ever.
 kro::result_t PasswordLogin::IsAutologonSuppressed(bool *suppressed)
 {
-    *suppressed = !m_autologonAllowed;
-    m_autologonAllowed = false;
+    *suppressed = !std::exchange(m_autologonAllowed, false);
     return kro::kOk;
 }
 
@@ -54,47 +57,46 @@ kro::result_t PasswordLogin::Exclusively(const Act &act)
 kro::result_t PasswordLogin::Login(const kro::wstring_t &domain, const kro::wstring_t &userName,
                                    const kro::wstring_t &password)
 {
-    return Exclusively([&] { return TryLogin(domain, userName, password); });
+    if (!m_offered)
+        return kro::kProhibited; // no page of the view asks for it
+    return Exclusively([&] { return TryLogin({domain, userName}, password); });
 }
 
-kro::result_t PasswordLogin::TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
-                                      const kro::wstring_t &password)
+kro::result_t PasswordLogin::TryLogin(const Person &person, const kro::wstring_t &password)
 {
-    const volume::UserName name{base::ToUtf8(domain.View()), base::ToUtf8(userName.View())};
-    PasswordGate::Answer answer{Error::None};
-    {
-        const BusyScope busy;
-        answer = m_gate.Try(name, base::ToSecretUtf8(password.View()));
-    }
-    // Who ended the program meanwhile does not want the system to start.
-    if (StopRequested())
+    m_person = {};
+    m_mustReplace = false;
+    const protocol::TryPassword request{base::ToUtf8(person.domain.View()), base::ToUtf8(person.user.View()),
+                                        base::ToSecretUtf8(password.View())};
+    const std::optional<protocol::TryPasswordReply> reply = m_service.AskBusy(request);
+    if (m_service.HasEnded())
         return kro::kOk;
-    if (answer.secondsToWait > 0)
-        return RefuseForNow(answer.secondsToWait);
-    if (answer.error != Error::None)
-        return Refuse(answer.error);
-    Log(kLogCalls, "Login: the keyslot is open.");
-    return GoOn();
+    if (!reply) // nobody has a name or a password of that length
+        return Refuse({LoginResult::Wrong});
+    if (reply->result != LoginResult::Opened)
+        return Refuse(*reply);
+    m_person = person;
+    m_mustReplace = reply->mustReplace;
+    return GoOn(reply->hasExpired);
 }
 
-kro::result_t PasswordLogin::GoOn()
+kro::result_t PasswordLogin::GoOn(bool hasExpired)
 {
-    if (m_unlockSession.MustReplacePassword())
-        return RequireNewPassword(kPasswordExpired);
-    if (m_unlockSession.HasExpired())
+    if (m_mustReplace)
+        return ShowNewPasswordPage(kPasswordExpired);
+    if (hasExpired)
         m_texts.Show(m_view, kExpiredPasswordStays);
     return m_view->ShowLoggedIn();
 }
 
-kro::result_t PasswordLogin::Refuse(Error error)
+kro::result_t PasswordLogin::Refuse(const protocol::TryPasswordReply &reply)
 {
-    Log(error == Error::WrongPassword ? kLogCalls : kLogErrors,
-        std::string("Login refused: ") + volume::Describe(error));
-    if (error == Error::Prohibited) // no page of the view asks for it
-        return kro::kProhibited;
-    const MessageText &message = MessageFor(error);
+    if (reply.result == LoginResult::Wait)
+        return RefuseForNow(reply.secondsToWait);
+    const bool wrong = reply.result == LoginResult::Wrong;
+    const MessageText &message = wrong ? kWrongPassword : MessageFor(reply.error);
     std::u16string text(m_texts.Get(message.text).View());
-    if (error == Error::WrongPassword)
+    if (wrong)
         text += KeyboardHints(m_texts);
     m_texts.Show(m_view, message, text);
     m_view->SelectPassword();
@@ -103,7 +105,6 @@ kro::result_t PasswordLogin::Refuse(Error error)
 
 kro::result_t PasswordLogin::RefuseForNow(std::uint32_t secondsLeft)
 {
-    Log(kLogCalls, "Login refused: too many failures before.");
     const std::u16string seconds = base::ToUtf16(std::to_string(secondsLeft));
     m_texts.Show(m_view, kTooManyFailures, m_texts.Get(kTooManyFailures.text, seconds).View());
     m_view->SelectPassword();
@@ -119,26 +120,32 @@ kro::result_t PasswordLogin::GetPasswordChangeInfo(bool *changeAllowed, kro::wst
                                                    kro::wstring_t *message)
 {
     return Guarded([&] {
-        *changeAllowed = m_unlockSession.CheckReplaceable() == Error::None;
+        const auto reply = m_service.Ask(protocol::CheckReplaceable{});
+        *changeAllowed = reply && reply->error == VolumeError::None;
         *title = m_texts.Get(kNoPasswordChange.title);
         *message = m_texts.Get(kNoPasswordChange.text);
         return kro::kOk;
     });
 }
 
-kro::result_t PasswordLogin::RequireNewPassword(const MessageText &why)
+kro::result_t PasswordLogin::RequireNewPassword(const Person &person)
 {
-    return m_view ? m_view->ShowChangePassword(m_texts.Get(why.title), m_texts.Get(why.text), true)
-                  : kro::kNotInitialized;
+    m_person = person;
+    m_mustReplace = true;
+    return ShowNewPasswordPage(kRecoveryNewPassword);
+}
+
+kro::result_t PasswordLogin::ShowNewPasswordPage(const MessageText &why)
+{
+    return m_view->ShowChangePassword(m_texts.Get(why.title), m_texts.Get(why.text), true);
 }
 
 kro::result_t PasswordLogin::PrepareChangePassword(kro::wstring_t *domain, kro::wstring_t *userName)
 {
     return Guarded([&] {
-        const volume::UserName &name = m_unlockSession.Name();
-        domain->Assign(base::ToUtf16(name.domain));
-        userName->Assign(base::ToUtf16(name.user));
-        return name.user.empty() ? kro::kProhibited : kro::kOk;
+        *domain = m_person.domain;
+        *userName = m_person.user;
+        return m_person.user.View().empty() ? kro::kProhibited : kro::kOk;
     });
 }
 
@@ -149,18 +156,13 @@ kro::result_t PasswordLogin::ChangePassword(const kro::wstring_t &newPassword)
 
 kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword)
 {
-    Error error = Error::None;
-    {
-        const BusyScope busy;
-        error = m_gate.Replace(base::ToSecretUtf8(newPassword.View()));
-    }
-    if (StopRequested())
+    const protocol::ReplacePassword request{base::ToSecretUtf8(newPassword.View())};
+    const auto reply = m_service.AskBusy(request);
+    if (m_service.HasEnded())
         return kro::kOk;
-    if (error == Error::OldPasswordStays)
-        Log(kLogErrors, std::string("Password change: ") + volume::Describe(error));
-    else if (error != Error::None)
-        return RefusePassword(error);
-    Log(kLogCalls, "Password change: the new password counts.");
+    if (!reply || reply->error != VolumeError::None)
+        return RefusePassword(reply.value_or(protocol::ReplacePasswordReply{}));
+    m_mustReplace = false;
     const std::u16string layouts = LayoutsThatCannotType(newPassword.View());
     if (!layouts.empty())
         m_texts.Show(m_view, kPasswordNeedsLayout, m_texts.Get(kPasswordNeedsLayout.text, layouts).View());
@@ -168,21 +170,23 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
 }
 
 // Where another password would do the person stays on the page; where none would, it would be a dead end.
-kro::result_t PasswordLogin::RefusePassword(Error error)
+kro::result_t PasswordLogin::RefusePassword(const protocol::ReplacePasswordReply &reply)
 {
-    Log(kLogErrors, std::string("Password change refused: ") + volume::Describe(error));
-    if (error == Error::PasswordTooShort || error == Error::PasswordUnchanged || error == Error::OutOfMemory)
-        return m_texts.Show(m_view, MessageFor(error));
+    if (reply.error == VolumeError::PasswordTooShort || reply.error == VolumeError::PasswordUnchanged ||
+        reply.error == VolumeError::OutOfMemory)
+        return m_texts.Show(m_view, MessageFor(reply.error));
     m_texts.Show(m_view, kPasswordNotSaved);
-    if (!m_unlockSession.HasRecovered())
+    m_mustReplace = false;
+    if (reply.letIn)
         return m_view->ShowLoggedIn();
-    m_unlockSession.Forget();
+    m_service.Ask(protocol::Forget{});
+    m_person = {};
     return m_view->GetMainView()->ShowInitialScreen();
 }
 
 kro::result_t PasswordLogin::CancelChangePassword()
 {
-    return m_unlockSession.MustReplacePassword() ? kro::kProhibited : ConfirmLoggedIn();
+    return m_mustReplace ? kro::kProhibited : ConfirmLoggedIn();
 }
 
 } // namespace host

@@ -1,27 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
-// Login by user name and password on a LUKS2 volume.
+// The pages of the login by user name and password, and of the new password.
 #pragma once
 
-#include "pba/login_by_password.h"
-#include "host/service/password_gate.h"
+#include "host/screen/service_link.h"
 #include "host/screen/texts.h"
+#include "pba/login_by_password.h"
 
 namespace host {
+
+struct Person
+{
+    kro::wstring_t domain;
+    kro::wstring_t user;
+};
 
 class PasswordLogin final : public pba::ILoginByPasswordLogic
 {
 public:
-    PasswordLogin(UnlockSession &unlockSession, LoginThrottle &throttle, const Texts &texts,
-                  bool autologonAllowed);
+    PasswordLogin(ServiceLink &service, const Texts &texts);
 
+    // What the service allows from now on.
+    void Offer(bool passwords, bool autologon);
     // The view of the login page; it gets this object as its logic.
     void Attach(pba::ILoginByPasswordView *view);
+    // Whoever this is has lost the password, and nothing starts until there is a new one. Asks for its page.
+    kro::result_t RequireNewPassword(const Person &person);
 
-    // Asks for the page on which whoever UnlockSession has let in must choose a new password. `why` is its
-    // title and message.
-    kro::result_t RequireNewPassword(const MessageText &why);
-
-    // At most once in the life of the program, so that a wrong credentials file does not try for ever.
     kro::result_t IsAutologonSuppressed(bool *suppressed) override;
     // A wrong password is no failure: a message, and the person tries again, after many after a delay.
     // kInvalidState while a login is under way, since its messages run a nested event loop.
@@ -39,19 +43,21 @@ private:
     // Nothing is begun while a message of what is under way is open.
     template <typename Act>
     kro::result_t Exclusively(const Act &act);
-    kro::result_t TryLogin(const kro::wstring_t &domain, const kro::wstring_t &userName,
-                           const kro::wstring_t &password);
-    kro::result_t Refuse(volume::Error error);
-    kro::result_t GoOn();
-    kro::result_t TryChangePassword(const kro::wstring_t &newPassword);
-    kro::result_t RefusePassword(volume::Error error);
+    kro::result_t TryLogin(const Person &person, const kro::wstring_t &password);
+    kro::result_t GoOn(bool hasExpired);
+    kro::result_t Refuse(const protocol::TryPasswordReply &reply);
     kro::result_t RefuseForNow(std::uint32_t secondsLeft);
+    kro::result_t ShowNewPasswordPage(const MessageText &why);
+    kro::result_t TryChangePassword(const kro::wstring_t &newPassword);
+    kro::result_t RefusePassword(const protocol::ReplacePasswordReply &reply);
 
-    UnlockSession &m_unlockSession;
-    PasswordGate m_gate;
+    ServiceLink &m_service;
     const Texts &m_texts;
     pba::ILoginByPasswordView *m_view = nullptr;
-    bool m_autologonAllowed;
+    Person m_person; // who was let in last
+    bool m_offered = false;
+    bool m_autologonAllowed = false;
+    bool m_mustReplace = false;
     bool m_underWay = false;
 };
 

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
-// The reset of a forgotten password: challenge and response, then a new password for the user whom the
-// administrator has named.
+// The pages of the reset of a forgotten password: challenge and response, then a new password for the user
+// whom the administrator has named. Which lines can be part of a response at all is known here, so that a
+// slip of the ear is told before anybody is asked.
 #pragma once
+
+#include <optional>
 
 #include "host/screen/password_login.h"
 #include "pba/password_recovery.h"
-#include "host/service/recovery_session.h"
 
 namespace host {
 
 class PasswordRecovery final : public pba::IPasswordRecoveryLogic
 {
 public:
-    PasswordRecovery(UnlockSession &unlockSession, PasswordLogin &passwordLogin, const Texts &texts);
+    PasswordRecovery(ServiceLink &service, PasswordLogin &passwordLogin, const Texts &texts);
 
     // A volume without recovery, or one that cannot be written, is told in a message: the buttons that lead
     // here are always there.
@@ -25,19 +27,26 @@ public:
     kro::result_t CheckResponse(const kro::vector_t<kro::string_t> &lines, bool *complete,
                                 bool *valid) override;
     kro::result_t GotoChangePassword() override;
-    bool IsRecoveryInProgress() override { return m_session.IsUnderWay(); }
+    bool IsRecoveryInProgress() override { return m_underWay; }
     kro::result_t QuitRecovery() override;
     kro::result_t RestartRecovery() override;
 
 private:
-    void Tell(const RecoverySession::Verdict &verdict) const;
+    kro::result_t Begin();
+    void Forget();
+    kro::result_t ShowChallenge(const protocol::RecoveryEntropyReply &reply);
+    kro::result_t Finish(const protocol::RecoveryFinish &request, bool *complete, bool *valid);
+    void Tell(const protocol::RecoveryFinishReply &reply) const;
 
-    UnlockSession &m_unlockSession;
-    RecoverySession m_session;
+    ServiceLink &m_service;
     PasswordLogin &m_passwordLogin;
     const Texts &m_texts;
     pba::IPasswordRecoveryView *m_view = nullptr;
     pba::IMainView *m_mainView = nullptr;
+    bool m_underWay = false;
+    bool m_hasChallenge = false;
+    std::size_t m_acceptedLines = 0;
+    std::optional<Person> m_accepted; // whose password may be set
 };
 
 } // namespace host

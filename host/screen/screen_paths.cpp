@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cstdlib>
-
 #include "host/screen/confinement.h"
 
 namespace host {
@@ -36,14 +34,6 @@ constexpr const char *kReadable[] = {
 // libinput opens devices to read and write, or not at all.
 constexpr const char *kWritable[] = {"/dev/fb0", "/dev/input", "/dev/null"};
 
-std::string DisplayCookie()
-{
-    if (const char *path = std::getenv("XAUTHORITY"))
-        return path;
-    const char *home = std::getenv("HOME");
-    return home ? std::string(home) + "/.Xauthority" : "";
-}
-
 } // namespace
 
 Confinement ForScreen(const std::string &root, const std::string &programs, bool displayServer)
@@ -54,8 +44,6 @@ Confinement ForScreen(const std::string &root, const std::string &programs, bool
     confinement.readable.push_back(programs);
     confinement.writable.assign(std::begin(kWritable), std::end(kWritable));
     confinement.displayServer = displayServer;
-    if (displayServer)
-        confinement.readable.push_back(DisplayCookie());
     return confinement;
 }
 

@@ -3,41 +3,42 @@
 
 #include <algorithm>
 
-#include "host/screen/error_messages.h"
-#include "host/screen/guarded.h"
-#include "host/log.h"
-#include "host/screen/scopes.h"
-#include "host/service/stop_signals.h"
-#include "host/screen/token_messages.h"
 #include "base/flag_scope.h"
 #include "base/text.h"
+#include "host/screen/error_messages.h"
+#include "host/screen/guarded.h"
+#include "host/screen/token_messages.h"
 
 namespace host {
 namespace {
 
-using token::Error;
-using token::Token;
+using protocol::TokenError;
+using protocol::TokenInfo;
+using protocol::Tokens;
 
-std::string Replace(std::string text, std::string_view mark, const std::string &by)
+// The same tokens at the same places, as far as the list tells.
+bool LookAlike(const Tokens &a, const Tokens &b)
 {
-    const std::size_t at = text.find(mark);
-    return at == std::string::npos ? text : text.replace(at, mark.size(), by);
+    return std::equal(a.tokens.begin(), a.tokens.end(), b.tokens.begin(), b.tokens.end(),
+                      [](const TokenInfo &one, const TokenInfo &other) {
+                          return one.name == other.name && one.serial == other.serial &&
+                                 one.pinPad == other.pinPad;
+                      });
 }
 
-// The same tokens at the same places, in the same state as far as the list tells.
-bool LookAlike(const std::vector<Token> &a, const std::vector<Token> &b)
+base::Secret ToSecret(std::string_view text)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Token &one, const Token &other) {
-        return one.IsSameAs(other) && one.HasPinPad() == other.HasPinPad();
-    });
+    base::Secret secret(text.size());
+    for (const char byte : text)
+        secret.Append(byte);
+    return secret;
 }
 
 } // namespace
 
-TokenLogin::TokenLogin(UnlockSession &unlockSession, const Texts &texts, std::string modulePath)
-    : m_unlockSession(unlockSession)
+TokenLogin::TokenLogin(ServiceLink &service, const Texts &texts)
+    : m_service(service)
     , m_texts(texts)
-    , m_modules(std::move(modulePath))
 {
 }
 
@@ -47,48 +48,22 @@ void TokenLogin::Attach(pba::ILoginByTokenView *view)
     m_view->SetLogic(this);
 }
 
-bool TokenLogin::IsOffered() const
+// Those that are of no use are shown behind the others, so that a person learns why they do not serve.
+Tokens TokenLogin::TokensOfScreen() const
 {
-    return !token::EnrolmentsOf(m_unlockSession.GetVolume()).empty();
-}
-
-std::vector<token::Enrolment> TokenLogin::EnrolmentsFor(const Token &token) const
-{
-    std::vector<token::Enrolment> enrolments = token::EnrolmentsOf(m_unlockSession.GetVolume());
-    std::erase_if(enrolments,
-                  [&](const token::Enrolment &enrolment) { return !token.Matches(enrolment.uri); });
-    return enrolments;
-}
-
-bool TokenLogin::IsUsable(const Token &token) const
-{
-    return !token.IsPinLocked() && !EnrolmentsFor(token).empty();
-}
-
-// In the order of their names, which does not depend on where they are plugged in: the usable ones first, and
-// the others behind them, so that a person learns why they do not serve.
-std::vector<Token> TokenLogin::TokensOfScreen()
-{
-    std::vector<Token> tokens = m_modules.Connected();
-    if (!m_modules.AreLoaded())
-        Log(kLogErrors, "No PKCS#11 module can be loaded: there are no tokens.");
-    std::sort(tokens.begin(), tokens.end(), [](const Token &a, const Token &b) {
-        return std::pair(a.Label(), a.Serial()) < std::pair(b.Label(), b.Serial());
-    });
-    const auto others = std::stable_partition(tokens.begin(), tokens.end(),
-                                              [this](const Token &token) { return IsUsable(token); });
-    if (others == tokens.begin())
-        tokens.clear();
+    Tokens tokens = m_service.NewestTokens();
+    if (std::none_of(tokens.tokens.begin(), tokens.tokens.end(), std::mem_fn(&TokenInfo::usable)))
+        tokens.tokens.clear();
     return tokens;
 }
 
 bool TokenLogin::IsAnyUsable()
 {
     m_screen = TokensOfScreen();
-    return !m_screen.empty();
+    return !m_screen.tokens.empty();
 }
 
-bool TokenLogin::HasScreenChanged()
+bool TokenLogin::HasScreenChanged() const
 {
     return !LookAlike(m_screen, TokensOfScreen());
 }
@@ -98,27 +73,22 @@ kro::result_t TokenLogin::Reserved()
     return kro::kNotSupported;
 }
 
-std::vector<std::string> TokenLogin::Names(const std::vector<Token> &tokens) const
+kro::string_t TokenLogin::ShownName(const TokenInfo &token) const
 {
-    std::vector<std::string> names = token::DisplayNames(tokens);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (tokens[i].HasPinPad())
-            names[i] = Replace(base::ToUtf8(m_texts.Get(kPinPadName).View()), "%1", names[i]);
-    }
-    return names;
+    if (!token.pinPad)
+        return std::string_view(token.name);
+    return std::string_view(base::ToUtf8(m_texts.Get(kPinPadName, base::ToUtf16(token.name)).View()));
 }
 
 kro::result_t TokenLogin::GetTokens(kro::vector_t<pba::TokenRecord> *tokens)
 {
     return Guarded([&] {
-        std::vector<Token> shown = TokensOfScreen();
-        const std::vector<std::string> names = Names(shown);
-        for (std::size_t i = 0; i < names.size(); ++i)
-            tokens->PushBack({std::string_view(names[i]), std::string_view(shown[i].Serial())});
+        m_shown = TokensOfScreen();
+        for (const TokenInfo &token : m_shown.tokens)
+            tokens->PushBack({ShownName(token), std::string_view(token.serial)});
         // Should the last one have left since the screen was chosen, it is the wrong screen: it has changed.
-        if (!shown.empty())
-            m_screen = shown;
-        m_shown = std::move(shown);
+        if (!m_shown.tokens.empty())
+            m_screen = m_shown;
         return kro::kOk;
     });
 }
@@ -129,84 +99,35 @@ kro::result_t TokenLogin::LoginByToken(std::int32_t index, const kro::string_t &
         return kro::kNotInitialized;
     if (m_underWay)
         return kro::kInvalidState;
-    if (index < 0 || static_cast<std::size_t>(index) >= m_shown.size())
+    if (index < 0 || static_cast<std::size_t>(index) >= m_shown.tokens.size())
         return kro::kInvalidArgument;
     return Guarded([&] {
         const base::FlagScope underWay(m_underWay);
-        return TryLogin(m_shown[index], pin.View());
+        return TryLogin(static_cast<std::uint8_t>(index), pin);
     });
 }
 
-// Tokens that tell the same of themselves, now or when they were shown, are told apart by their slot.
-const Token *TokenLogin::FindAgain(const Token &shown, const std::vector<Token> &connected) const
+// Who pulls a token out and plugs it in again has the same list as before, under another number.
+kro::result_t TokenLogin::TryLogin(std::uint8_t index, const kro::string_t &pin)
 {
-    const auto isLike = [&](const Token &candidate) { return candidate.IsSameAs(shown); };
-    const bool alone = std::count_if(connected.begin(), connected.end(), isLike) == 1 &&
-                       std::count_if(m_shown.begin(), m_shown.end(), isLike) == 1;
-    const auto found = std::find_if(connected.begin(), connected.end(), [&](const Token &candidate) {
-        return isLike(candidate) && (alone || candidate.Slot() == shown.Slot());
-    });
-    return found == connected.end() ? nullptr : &*found;
-}
-
-kro::result_t TokenLogin::TryLogin(const Token &shown, std::string_view pin)
-{
-    Error error = Error::Removed;
-    volume::Error volumeError = volume::Error::None;
-    {
-        const BusyScope busy;
-        m_unlockSession.Forget();
-        m_unlockSession.LookAnew();
-        const std::vector<Token> connected = m_modules.Connected();
-        if (const Token *token = FindAgain(shown, connected))
-            error = Open(*token, pin, &volumeError);
-    }
-    // Who ended the program meanwhile does not want the system to start.
-    if (StopRequested())
+    const Tokens now = TokensOfScreen();
+    const std::uint32_t generation = LookAlike(now, m_shown) ? now.generation : m_shown.generation;
+    const auto reply = m_service.AskBusy(protocol::TryToken{generation, index, ToSecret(pin.View())});
+    if (m_service.HasEnded())
         return kro::kOk;
-    if (volumeError != volume::Error::None)
-        return Refuse(volumeError);
-    if (error != Error::None)
-        return Refuse(error);
-    Log(kLogCalls, "Login by token: the keyslot is open.");
-    return m_view->ShowLoggedIn();
+    if (!reply) // no token takes a PIN of that length
+        return Refuse(MessageFor(TokenError::WrongPin));
+    if (reply->volumeError != protocol::VolumeError::None)
+        return Refuse(MessageFor(reply->volumeError));
+    if (reply->tokenError == TokenError::Cancelled)
+        return kro::kOk;
+    return reply->tokenError == TokenError::None ? m_view->ShowLoggedIn()
+                                                 : Refuse(MessageFor(reply->tokenError));
 }
 
-Error TokenLogin::Open(const Token &token, std::string_view pin, volume::Error *volumeError)
+kro::result_t TokenLogin::Refuse(const MessageText &message)
 {
-    const std::vector<token::Enrolment> enrolments = EnrolmentsFor(token);
-    if (enrolments.empty())
-        return Error::NotEnrolled;
-    token::Session session(token, pin);
-    Error error = session.Login();
-    if (error != Error::None)
-        return error;
-    for (const token::Enrolment &enrolment : enrolments) {
-        error = token::Unwrap(session, enrolment, [&](const base::Secret &passphrase) {
-            const volume::Error opened = m_unlockSession.OpenKeyslots(enrolment.keyslots, passphrase);
-            // What another key makes of it is wrong as a rule, and hides no fault of the volume.
-            if (opened != volume::Error::WrongPassword)
-                *volumeError = opened;
-            return opened == volume::Error::None;
-        });
-        if (error != Error::NoKey)
-            break;
-    }
-    return error;
-}
-
-kro::result_t TokenLogin::Refuse(Error error)
-{
-    Log(kLogCalls, std::string("Login by token refused: ") + token::Describe(error));
-    if (error != Error::Cancelled)
-        m_texts.Show(m_view, MessageFor(error));
-    return kro::kOk;
-}
-
-kro::result_t TokenLogin::Refuse(volume::Error error)
-{
-    Log(kLogErrors, std::string("Login by token refused: ") + volume::Describe(error));
-    m_texts.Show(m_view, MessageFor(error));
+    m_texts.Show(m_view, message);
     return kro::kOk;
 }
 

@@ -75,26 +75,26 @@ const MessageText kTokenFailed{
 
 const char *const kPinPadName = QT_TRANSLATE_NOOP("pba_host", "%1 (PIN at the reader)");
 
-const MessageText &MessageFor(token::Error error)
+const MessageText &MessageFor(protocol::TokenError error)
 {
     switch (error) {
-    case token::Error::PinMissing:
+    case protocol::TokenError::PinMissing:
         return kPinMissing;
-    case token::Error::WrongPin:
+    case protocol::TokenError::WrongPin:
         return kWrongPin;
-    case token::Error::FewTriesLeft:
+    case protocol::TokenError::FewTriesLeft:
         return kFewTriesLeft;
-    case token::Error::LastTry:
+    case protocol::TokenError::LastTry:
         return kLastTry;
-    case token::Error::PinLocked:
+    case protocol::TokenError::PinLocked:
         return kPinLocked;
-    case token::Error::PinExpired:
+    case protocol::TokenError::PinExpired:
         return kPinExpired;
-    case token::Error::Removed:
+    case protocol::TokenError::Removed:
         return kRemoved;
-    case token::Error::NotEnrolled:
+    case protocol::TokenError::NotEnrolled:
         return kNotEnrolled;
-    case token::Error::NoKey:
+    case protocol::TokenError::NoKey:
         return kNoKey;
     default:
         return kTokenFailed;

@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include "base/text.h"
+#include "host/service/exit_codes.h"
 
 namespace host {
 namespace {
@@ -77,11 +78,11 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_flag("--test-boot", line->testBoot, "Show the test-boot page instead of a login");
     app->add_flag("--allow-autologon", line->autologonAllowed, "Allow one automatic logon");
     app->add_flag("--no-password-login", line->noPasswordLogin, "Offer no login by password");
-    CLI::Option *text = app->add_flag(
-        "--text", line->text, "Ask line by line at the terminal of standard input, without a display");
+    app->add_flag("--text", line->text,
+                  "Ask line by line at the terminal of standard input, without a display");
     app->add_option("--screen-user", line->screenUser,
-                    "Whom the screen of --text runs as, when root starts it: a name, or UID:GID,GID...")
-        ->needs(text)
+                    "Whom the screen runs as, when root starts it: a name, or UID:GID,GID... (default: "
+                    "pba-screen, where there is such a user, else 65534:65534)")
         ->check(CheckNotEmpty);
 }
 

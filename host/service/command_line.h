@@ -8,12 +8,6 @@
 
 namespace host {
 
-inline constexpr int kExitStarted = 0;
-inline constexpr int kExitViewFailed = 1;
-inline constexpr int kExitUsage = 2;
-inline constexpr int kExitTestBootEnded = 4;
-inline constexpr int kExitNoAccess = 5;
-
 struct CommandLine
 {
     std::string root;

@@ -2,6 +2,8 @@
 // Closes what it holds.
 #pragma once
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 #include <unistd.h>
@@ -11,6 +13,13 @@ namespace host {
 class Descriptor
 {
 public:
+    // Of a call that answers -1 where it fails; then throws std::system_error.
+    static Descriptor Checked(int number)
+    {
+        if (number < 0)
+            throw std::system_error(errno, std::generic_category(), "no descriptor");
+        return Descriptor(number);
+    }
     explicit Descriptor(int number)
         : m_number(number)
     {

@@ -6,6 +6,7 @@
 
 #include "host/service/last_login.h"
 #include "host/log.h"
+#include "volume/luks/policy.h"
 #include "volume/luks/write_lock.h"
 
 namespace host {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "volume/luks/users.h"
 #include "volume/recovery/volume_recovery.h"
 
 namespace host {
@@ -12,10 +13,10 @@ bool OffersPasswords(UnlockSession &unlockSession)
 {
     if (!unlockSession.TakesPasswords())
         return false;
-    const std::vector<volume::User> users = unlockSession.GetVolume().Users();
+    const std::vector<volume::User> users = volume::UsersOf(unlockSession.GetHeader());
     return std::any_of(users.begin(), users.end(),
                        [](const volume::User &user) { return !user.keyslots.empty(); }) ||
-           recovery::Find(unlockSession.GetVolume()).has_value();
+           recovery::Find(unlockSession.GetHeader()).has_value();
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 #include "host/service/recovery_session.h"
 
 #include "host/log.h"
+#include "volume/luks/users.h"
 
 namespace host {
 
@@ -15,7 +16,7 @@ constexpr int kMaxRejections = 5; // far more than mistypings that the check dig
 
 RecoverySession::RecoverySession(UnlockSession &unlockSession)
     : m_unlockSession(unlockSession)
-    , m_volume(unlockSession.GetVolume())
+    , m_header(unlockSession.GetHeader())
 {
 }
 
@@ -23,10 +24,10 @@ RecoverySession::Beginning RecoverySession::Begin()
 {
     End();
     m_unlockSession.LookAnew();
-    std::optional<recovery::Found> found = recovery::Find(m_volume);
+    std::optional<recovery::Found> found = recovery::Find(m_header);
     if (!found)
         return Beginning::NoRecovery;
-    if (m_volume.CheckWritable() != Error::None)
+    if (m_header.CheckWritable() != Error::None)
         return Beginning::CannotSave;
     m_found = std::move(found);
     return Beginning::Begun;
@@ -83,7 +84,7 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
     if (!response)
         return Reject(Error::WrongPassword);
     m_unlockSession.LookAnew();
-    const std::optional<volume::UserName> name = response->FindUser(m_volume.Users());
+    const std::optional<volume::UserName> name = response->FindUser(volume::UsersOf(m_header));
     base::Secret volumeKey;
     if (const Error error = OpenKeyslot(*response, name.has_value(), &volumeKey); error != Error::None)
         return Reject(error);
@@ -100,12 +101,12 @@ RecoverySession::Verdict RecoverySession::Try(const recovery::ResponseLines &lin
 // its use is noted before the keyslot opens: should the power go in between, the secret counts as seen.
 Error RecoverySession::OpenKeyslot(const recovery::Response &response, bool hasTag, base::Secret *volumeKey)
 {
-    const std::optional<recovery::Found> now = recovery::Find(m_volume);
+    const std::optional<recovery::Found> now = recovery::Find(m_header);
     if (!now || now->enrolment.identity != m_found->enrolment.identity)
         return Error::WrongPassword; // renewed or removed since
     if (hasTag)
         NoteUse();
-    const Error error = m_volume.OpenKeyslot(now->enrolment.keyslots.front(),
+    const Error error = m_header.OpenKeyslot(now->enrolment.keyslots.front(),
                                              recovery::PassphraseOf(response.Secret()), volumeKey);
     if (error == Error::None && !hasTag)
         NoteUse();
@@ -114,7 +115,7 @@ Error RecoverySession::OpenKeyslot(const recovery::Response &response, bool hasT
 
 void RecoverySession::NoteUse()
 {
-    if (const Error error = recovery::MarkUsed(m_volume, m_found->enrolment.identity); error != Error::None)
+    if (const Error error = recovery::MarkUsed(m_header, m_found->enrolment.identity); error != Error::None)
         Log(kLogErrors, std::string("Recovery: the use cannot be noted: ") + volume::Describe(error));
 }
 

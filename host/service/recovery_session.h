@@ -58,7 +58,7 @@ private:
     Verdict Reject(volume::Error error);
 
     UnlockSession &m_unlockSession;
-    volume::Volume &m_volume;
+    volume::Header &m_header;
     std::optional<recovery::Found> m_found;
     std::optional<recovery::SecretKey> m_ephemeral; // while a challenge is valid
     std::size_t m_acceptedLines = 0;

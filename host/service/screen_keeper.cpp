@@ -2,16 +2,15 @@
 #include "host/service/screen_keeper.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
 
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/signalfd.h>
 
 #include "host/log.h"
 #include "host/protocol/socket_channel.h"
-#include "host/service/stop_signals.h"
+#include "host/screen/exit_codes.h"
+#include "host/service/exit_codes.h"
 
 namespace host {
 namespace {
@@ -20,13 +19,6 @@ constexpr std::chrono::milliseconds kMomentToEnd{3000};
 constexpr std::chrono::minutes kRestartPeriod{1};
 constexpr std::size_t kMaxRestarts = 2;
 
-Descriptor Checked(int descriptor)
-{
-    if (descriptor < 0)
-        throw std::system_error(errno, std::generic_category(), "nothing to wait for");
-    return Descriptor(descriptor);
-}
-
 bool IsTheEnd(const protocol::AnyReply &reply)
 {
     const auto *start = std::get_if<protocol::StartReply>(&reply);
@@ -34,24 +26,42 @@ bool IsTheEnd(const protocol::AnyReply &reply)
                      start->result == protocol::StartResult::TestBootEnded);
 }
 
+// Another one of the same kind would fare no better, and the person has been told why.
+bool IsForGood(const ScreenEnd &end)
+{
+    return end.code == kScreenUsage || end.code == kScreenClosed || end.code == kScreenNoAccess ||
+           end.code == kScreenCannotStand;
+}
+
+GivenUp GiveUp(const ScreenEnd &end)
+{
+    if (!IsForGood(end))
+        return {kExitViewFailed, "the screen has ended too often, the last time " + end.description};
+    if (end.code == kScreenUsage)
+        return {kExitUsage, {}};
+    return {end.code == kScreenNoAccess ? kExitNoAccess : kExitViewFailed, {}};
+}
+
 } // namespace
 
-ScreenKeeper::ScreenKeeper(Service &service, const TerminalSettings &terminal, ScreenCommand command)
-    : m_service(service)
-    , m_terminal(terminal)
-    , m_command(std::move(command))
-    , m_signals(Checked(StopSignalDescriptor()))
-    , m_answered(Checked(eventfd(0, EFD_CLOEXEC)))
+ScreenKeeper::ScreenKeeper(const Terminals &terminals, int signals, std::vector<ScreenCommand> screens)
+    : m_terminals(terminals)
+    , m_signals(signals)
+    , m_screens(std::move(screens))
 {
 }
 
-void ScreenKeeper::Run()
+void ScreenKeeper::Run(Service &service)
 {
-    m_stopped = StopRequested(); // before the signals went to the descriptor
-    if (!m_stopped)
-        StartScreen();
-    while (m_screen || IsAnswering())
+    m_service = &service;
+    while (m_screen || m_worker.IsBusy())
         Step();
+}
+
+void ScreenKeeper::Dismiss()
+{
+    m_screen.reset();
+    m_terminals.Restore();
 }
 
 ScreenKeeper::Screen::Screen(const ScreenCommand &command, std::pair<int, int> ends)
@@ -62,20 +72,26 @@ ScreenKeeper::Screen::Screen(const ScreenCommand &command, std::pair<int, int> e
 
 void ScreenKeeper::StartScreen()
 try {
+    const ScreenCommand &command = m_screens.front();
+    if (command.asksAtTerminal)
+        m_terminals.Restore();
+    else
+        m_terminals.GiveToPicture();
     const std::pair<int, int> ends = protocol::SocketChannel::MakeSockets();
     const Descriptor theirs(ends.second);
     m_screenEnds.reset();
-    m_screen.emplace(m_command, ends);
+    m_screen.emplace(command, ends);
 } catch (const std::system_error &fault) {
-    m_whyGivenUp = std::string("before its start: ") + fault.what();
+    m_terminals.Restore();
+    m_givenUp = {kExitViewFailed, std::string("there is no screen: ") + fault.what()};
 }
 
 // A new screen's first question waits until the former one's last is answered.
 void ScreenKeeper::Step()
 {
-    pollfd entries[] = {{m_signals.Number(), POLLIN, 0},
-                        {m_answered.Number(), POLLIN, 0},
-                        {m_screen && !m_outdated ? m_screen->server.Descriptor() : -1, POLLIN, 0},
+    pollfd entries[] = {{m_signals, POLLIN, 0},
+                        {m_worker.Done(), POLLIN, 0},
+                        {IsListening() ? m_screen->server.Descriptor() : -1, POLLIN, 0},
                         {m_screen ? m_screen->process.Descriptor() : -1, POLLIN, 0}};
     const protocol::Limit left = m_screen && m_screenEnds ? m_screenEnds->Left() : std::nullopt;
     const int ready = poll(entries, std::size(entries), left ? static_cast<int>(left->count()) : -1);
@@ -88,7 +104,7 @@ void ScreenKeeper::Step()
     if (entries[0].revents != 0)
         OnSignal();
     if (entries[1].revents != 0)
-        FinishAnswer();
+        FinishWork();
     if (entries[2].revents != 0 && m_screen->server.IsOpen())
         Listen();
     if (entries[3].revents != 0)
@@ -99,11 +115,8 @@ void ScreenKeeper::Listen()
 {
     std::optional<protocol::Request> request = m_screen->server.Receive();
     if (request) {
-        m_reply = std::async(std::launch::async, [this, asked = std::move(*request)] {
-            protocol::AnyReply reply = m_service.Answer(asked);
-            eventfd_write(m_answered.Number(), 1);
-            return reply;
-        });
+        m_worker.Begin(
+            [this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
     } else if (!m_screen->server.IsOpen()) {
         if (!m_finished)
             Log(kLogErrors, std::string("The screen: ") + protocol::Describe(m_screen->server.WhyClosed()));
@@ -111,16 +124,22 @@ void ScreenKeeper::Listen()
     }
 }
 
+void ScreenKeeper::FinishWork()
+{
+    m_worker.Finish();
+    if (m_reply)
+        FinishAnswer();
+}
+
 void ScreenKeeper::FinishAnswer()
 {
-    eventfd_t count = 0;
-    eventfd_read(m_answered.Number(), &count);
-    const protocol::AnyReply reply = m_reply.get();
+    const protocol::AnyReply reply = std::move(*m_reply);
+    m_reply.reset();
     m_finished |= IsTheEnd(reply);
     const bool told = !std::exchange(m_outdated, false) && m_screen &&
                       std::visit([this](const auto &one) { return m_screen->server.Reply(one); }, reply);
     if (!told)
-        m_service.Forget();
+        m_service->Forget();
     if (m_finished && m_screen) {
         m_screenEnds.emplace(kMomentToEnd);
         if (!told)
@@ -130,19 +149,28 @@ void ScreenKeeper::FinishAnswer()
 
 void ScreenKeeper::OnScreenEnd()
 {
-    const std::string how = m_screen->process.Reap();
+    const ScreenEnd end = m_screen->process.Reap();
     m_screen.reset();
-    m_terminal.Restore();
-    m_outdated = IsAnswering();
-    if (!m_outdated)
-        m_service.Forget();
-    if (IsOver())
-        return;
-    Log(kLogErrors, "The screen has ended " + how + ".");
-    if (MayRestart())
-        StartScreen();
-    else
-        m_whyGivenUp = how;
+    m_outdated = m_service && m_worker.IsBusy();
+    if (m_service && !m_outdated)
+        m_service->Forget();
+    if (m_finished || m_stopped)
+        return m_terminals.Restore();
+    Log(kLogErrors, "The screen has ended " + end.description + ".");
+    Replace(end);
+}
+
+void ScreenKeeper::Replace(const ScreenEnd &end)
+{
+    if (!IsForGood(end) && MayRestart())
+        return StartScreen();
+    if (end.code != kScreenClosed && m_screens.size() > 1) {
+        m_screens.erase(m_screens.begin());
+        m_restarts.clear();
+        return StartScreen();
+    }
+    m_terminals.Restore();
+    m_givenUp = GiveUp(end);
 }
 
 bool ScreenKeeper::MayRestart()
@@ -164,12 +192,10 @@ void ScreenKeeper::EndScreen()
 void ScreenKeeper::OnSignal()
 {
     signalfd_siginfo signal{};
-    if (read(m_signals.Number(), &signal, sizeof signal) != sizeof signal)
+    if (read(m_signals, &signal, sizeof signal) != sizeof signal)
         return;
     if (m_stopped) {
-        if (m_screen)
-            m_screen->process.Kill();
-        m_terminal.Restore();
+        Dismiss();
         _exit(kExitSignal);
     }
     m_stopped = true;

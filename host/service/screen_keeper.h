@@ -7,7 +7,6 @@
 #pragma once
 
 #include <chrono>
-#include <future>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,23 +15,45 @@
 #include "host/service/descriptor.h"
 #include "host/service/screen_process.h"
 #include "host/service/service.h"
-#include "host/service/terminal_settings.h"
+#include "host/service/terminals.h"
+#include "host/service/worker.h"
 
 namespace host {
+
+// There is no screen any more, before a login.
+struct GivenUp
+{
+    int exitCode;
+    std::string why; // empty where the screen itself has said it
+};
 
 class ScreenKeeper
 {
 public:
-    // `service` and `terminal` must outlive this object. Stop signals are this object's from here on. Throws
-    // std::system_error.
-    ScreenKeeper(Service &service, const TerminalSettings &terminal, ScreenCommand command);
+    // `signals` is that of TakeStopSignals. Where the first of the `screens`, of which there is one at least,
+    // cannot stand, the next one does. The terminals must outlive this object. Throws std::system_error.
+    ScreenKeeper(const Terminals &terminals, int signals, std::vector<ScreenCommand> screens);
+    ~ScreenKeeper() { Dismiss(); }
+    ScreenKeeper(const ScreenKeeper &) = delete;
+    ScreenKeeper &operator=(const ScreenKeeper &) = delete;
 
-    // Until the system starts, a signal comes, or the screen has ended too often. A second signal ends the
+    // What comes before the first answer, while the first screen is starting. Throws what `work` throws.
+    template <typename Work>
+    void Prepare(Work work)
+    {
+        m_worker.Begin(std::move(work));
+        StartScreen();
+        while (m_worker.IsBusy())
+            Step();
+    }
+    // Then: until the system starts, a signal comes, or there is no screen any more. A second signal ends the
     // program at once.
-    void Run();
+    void Run(Service &service);
+    // Ends the screen at once, and puts the terminals right.
+    void Dismiss();
+
     bool IsStopped() const { return m_stopped; }
-    // How the last screen ended, unless it did because all was done.
-    const std::string &WhyGivenUp() const { return m_whyGivenUp; }
+    const std::optional<GivenUp> &WhyGivenUp() const { return m_givenUp; }
 
 private:
     struct Screen
@@ -42,30 +63,31 @@ private:
         ScreenProcess process;
     };
 
-    bool IsOver() const { return m_finished || m_stopped || !m_whyGivenUp.empty(); }
-    bool IsAnswering() const { return m_reply.valid(); }
+    bool IsListening() const { return m_service && m_screen && !m_outdated; }
     void StartScreen();
     void Step();
     void Listen();
+    void FinishWork();
     void FinishAnswer();
     void OnScreenEnd();
+    void Replace(const ScreenEnd &end);
     void OnSignal();
     bool MayRestart();
     // It ends by itself when it finds the connection closed; else it is made to.
     void EndScreen();
 
-    Service &m_service;
-    const TerminalSettings &m_terminal;
-    ScreenCommand m_command;
-    Descriptor m_signals;
-    Descriptor m_answered; // readable when the reply is there
+    const Terminals &m_terminals;
+    int m_signals;
+    std::vector<ScreenCommand> m_screens; // the one that stands, and those that may take its place
+    Service *m_service = nullptr;         // from the first answer on
     std::optional<Screen> m_screen;
     std::optional<protocol::Deadline> m_screenEnds;
-    std::future<protocol::AnyReply> m_reply;
+    std::optional<protocol::AnyReply> m_reply; // of the worker
+    Worker m_worker;
     bool m_outdated = false; // what is being answered was asked by a screen that is gone
     bool m_finished = false;
     bool m_stopped = false;
-    std::string m_whyGivenUp;
+    std::optional<GivenUp> m_givenUp;
     std::vector<std::chrono::steady_clock::time_point> m_restarts; // within the last minute
 };
 

@@ -3,64 +3,102 @@
 
 #include <cerrno>
 #include <csignal>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "host/screen/exit_codes.h"
+
 namespace host {
 namespace {
-
-constexpr int kNotAsUser = 126;
-constexpr int kNotStarted = 127;
 
 [[noreturn]] void Fail(const char *what)
 {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-// In the new process. A thread may have held the allocator's lock when it was made, so nothing is allocated.
-[[noreturn]] void Become(const ScreenCommand &command, int channel, char *const *arguments)
+// What a terminal's keys and its end mean, the service tells the screen.
+void SetSignals()
 {
+    std::signal(SIGINT, SIG_IGN);
+    std::signal(SIGHUP, SIG_IGN);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
-    fcntl(channel, F_SETFD, 0);
-    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    if (command.identity && !(Assume(*command.identity) && DropCapabilities()))
-        _exit(kNotAsUser);
-    execv(command.program.c_str(), arguments);
-    _exit(kNotStarted);
 }
 
-std::string DescribeEnd(int status)
+// Under these numbers and no others.
+void KeepOnly(const std::vector<int> &descriptors)
+{
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    for (const int descriptor : descriptors)
+        fcntl(descriptor, F_SETFD, 0);
+}
+
+void CloseStandardInput()
+{
+    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (nothing >= 0)
+        dup2(nothing, STDIN_FILENO);
+    else
+        close(STDIN_FILENO);
+}
+
+// In the new process. A thread may have held the allocator's lock when it was made, so nothing is allocated.
+// The user is changed by the program itself, who may not be able to read its own libraries. What it keeps
+// from the swap it goes on keeping without root's rights.
+[[noreturn]] void Become(const std::vector<int> &descriptors, bool hasInput, char *const *arguments)
+{
+    SetSignals();
+    KeepOnly(descriptors);
+    if (!hasInput)
+        CloseStandardInput();
+    constexpr rlimit kNone{RLIM_INFINITY, RLIM_INFINITY};
+    setrlimit(RLIMIT_MEMLOCK, &kNone); // where it may not be raised, it stays
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    execv(arguments[0], arguments);
+    constexpr std::string_view kMissing =
+        "pba_host: the program of the screen is not beside it or cannot be run; install both anew\n";
+    _exit(write(STDERR_FILENO, kMissing.data(), kMissing.size()) < 0 ? kScreenFailed : kScreenCannotStand);
+}
+
+ScreenEnd Describe(int status)
 {
     if (WIFSIGNALED(status))
-        return "by the signal " + std::to_string(WTERMSIG(status));
-    if (WEXITSTATUS(status) == kNotAsUser)
-        return "before its start: it cannot run as the user of --screen-user";
-    if (WEXITSTATUS(status) == kNotStarted)
-        return "before its start: the program is missing or cannot be run";
-    return "with the code " + std::to_string(WEXITSTATUS(status));
+        return {std::nullopt, "by the signal " + std::to_string(WTERMSIG(status))};
+    return {WEXITSTATUS(status), "with the code " + std::to_string(WEXITSTATUS(status))};
+}
+
+template <typename Value>
+void Append(std::vector<Value> *all, const std::vector<Value> &more)
+{
+    all->insert(all->end(), more.begin(), more.end());
 }
 
 } // namespace
 
 ScreenProcess::ScreenProcess(const ScreenCommand &command, int channel)
 {
+    const HandedFiles files = command.openFiles ? command.openFiles() : HandedFiles();
+    std::vector<int> descriptors{channel};
+    Append(&descriptors, command.descriptors);
+    Append(&descriptors, files.Descriptors());
     std::vector<std::string> words{command.program, "--channel", std::to_string(channel)};
-    words.insert(words.end(), command.arguments.begin(), command.arguments.end());
+    Append(&words, command.arguments);
+    Append(&words, files.Arguments());
     std::vector<char *> arguments;
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
     m_process = fork();
     if (m_process == 0)
-        Become(command, channel, arguments.data());
+        Become(descriptors, command.asksAtTerminal, arguments.data());
     if (m_process < 0)
         Fail("no process for the screen");
     m_descriptor = static_cast<int>(syscall(SYS_pidfd_open, m_process, 0)); // close-on-exec
@@ -86,13 +124,13 @@ void ScreenProcess::Kill() const
         kill(m_process, SIGKILL);
 }
 
-std::string ScreenProcess::Reap()
+ScreenEnd ScreenProcess::Reap()
 {
     int status = 0;
     while (m_process > 0 && waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
     }
     m_process = -1;
-    return DescribeEnd(status);
+    return Describe(status);
 }
 
 } // namespace host

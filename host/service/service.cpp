@@ -7,6 +7,7 @@
 
 #include "host/log.h"
 #include "host/service/offered_ways.h"
+#include "volume/luks/policy.h"
 
 namespace host {
 
@@ -113,8 +114,9 @@ protocol::HelloReply Service::Do(const protocol::Hello &)
     reply.passwordsOffered = OffersPasswords(m_unlockSession);
     reply.testBoot = m_unlockSession.IsTestBoot();
     reply.autologonAllowed = std::exchange(m_autologonAllowed, false);
-    reply.leastPasswordLength = static_cast<std::uint16_t>(std::min<std::uint32_t>(
-        m_unlockSession.GetVolume().GetPolicy().minimumLength, std::numeric_limits<std::uint16_t>::max()));
+    reply.leastPasswordLength = static_cast<std::uint16_t>(
+        std::min<std::uint32_t>(volume::PolicyOf(m_unlockSession.GetHeader()).minimumLength,
+                                std::numeric_limits<std::uint16_t>::max()));
     return reply;
 }
 

@@ -85,13 +85,13 @@ bool FileStateStore::Update(const Change &change, std::chrono::milliseconds pati
 
 LoginState HeaderStateStore::Read()
 {
-    const std::vector<volume::Object> objects = m_volume.Objects(kStateObjectType);
+    const std::vector<volume::Object> objects = m_header.Objects(kStateObjectType);
     return objects.empty() ? LoginState{} : DecodeLoginState(objects.front().json).value_or(LoginState{});
 }
 
 bool HeaderStateStore::Update(const Change &change, std::chrono::milliseconds patience)
 {
-    return m_volume.Change([&] { return WriteObject(change(Read())); }, patience) == volume::Error::None;
+    return m_header.Change([&] { return WriteObject(change(Read())); }, patience) == volume::Error::None;
 }
 
 // Where the object stands is looked up under the lock: its number may be another object's by now.
@@ -100,11 +100,11 @@ volume::Error HeaderStateStore::WriteObject(const std::optional<LoginState> &sta
     if (!state)
         return volume::Error::None;
     const std::string json = EncodeLoginState(*state);
-    const std::vector<volume::Object> objects = m_volume.Objects(kStateObjectType);
+    const std::vector<volume::Object> objects = m_header.Objects(kStateObjectType);
     int number = objects.empty() ? -1 : objects.front().number;
     const volume::Error error =
-        objects.empty() ? m_volume.CheckRoom({0, 1, json.size()}) : volume::Error::None;
-    return error == volume::Error::None ? m_volume.WriteObject(json, &number) : error;
+        objects.empty() ? m_header.CheckRoom({0, 1, json.size()}) : volume::Error::None;
+    return error == volume::Error::None ? m_header.WriteObject(json, &number) : error;
 }
 
 } // namespace host

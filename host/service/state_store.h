@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "host/service/login_state.h"
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 namespace host {
 
@@ -41,8 +41,8 @@ public:
 class HeaderStateStore final : public StateStore
 {
 public:
-    explicit HeaderStateStore(volume::Volume &volume)
-        : m_volume(volume)
+    explicit HeaderStateStore(volume::Header &header)
+        : m_header(header)
     {
     }
 
@@ -53,7 +53,7 @@ public:
 private:
     volume::Error WriteObject(const std::optional<LoginState> &state);
 
-    volume::Volume &m_volume;
+    volume::Header &m_header;
 };
 
 } // namespace host

@@ -2,6 +2,9 @@
 #include "host/service/unlock_session.h"
 
 #include "host/log.h"
+#include "volume/luks/activation.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 namespace host {
 
@@ -13,8 +16,8 @@ constexpr std::uint32_t kDefaultMilliseconds = 2000; // of a login, where no use
 
 } // namespace
 
-UnlockSession::UnlockSession(volume::Volume &volume, const Clock &clock, UnlockOptions options)
-    : m_volume(volume)
+UnlockSession::UnlockSession(volume::Header &header, const Clock &clock, UnlockOptions options)
+    : m_header(header)
     , m_clock(clock)
     , m_options(std::move(options))
 {
@@ -22,7 +25,7 @@ UnlockSession::UnlockSession(volume::Volume &volume, const Clock &clock, UnlockO
 
 void UnlockSession::LookAnew()
 {
-    if (const Error error = m_volume.Load(); error != Error::None)
+    if (const Error error = m_header.Load(); error != Error::None)
         Log(kLogErrors, std::string("The header cannot be read anew: ") + volume::Describe(error));
 }
 
@@ -31,7 +34,7 @@ Error UnlockSession::OpenVolume(const volume::UserName &name, const base::Secret
     Forget();
     if (!TakesPasswords())
         return Error::Prohibited;
-    const Error error = m_volume.Login(name, password, &m_volumeKey);
+    const Error error = volume::Users(m_header).Login(name, password, &m_volumeKey);
     m_opened = error == Error::None;
     if (!m_opened)
         return error;
@@ -46,7 +49,7 @@ Error UnlockSession::OpenKeyslots(const std::vector<int> &keyslots, const base::
     Error error = Error::WrongPassword;
     for (auto keyslot = keyslots.begin(); keyslot != keyslots.end() && error == Error::WrongPassword;
          ++keyslot)
-        error = m_volume.OpenKeyslot(*keyslot, passphrase, &m_volumeKey);
+        error = m_header.OpenKeyslot(*keyslot, passphrase, &m_volumeKey);
     m_opened = error == Error::None;
     return error;
 }
@@ -70,33 +73,34 @@ void UnlockSession::Forget()
 
 Error UnlockSession::CheckReplaceable() const
 {
-    if (!m_volume.FindUser(m_name))
+    if (!volume::FindUser(m_header, m_name))
         return Error::NoUser;
-    const Error error = m_volume.CheckWritable();
-    return error == Error::None && m_volume.RoomLeft().keyslots < 1 ? Error::NoSpace : error;
+    const Error error = m_header.CheckWritable();
+    return error == Error::None && m_header.RoomLeft().keyslots < 1 ? Error::NoSpace : error;
 }
 
 bool UnlockSession::HasExpired() const
 {
-    const std::optional<volume::User> user = m_volume.FindUser(m_name);
-    return user && volume::HasExpired(m_volume.GetPolicy(), *user, m_clock.Now());
+    const std::optional<volume::User> user = volume::FindUser(m_header, m_name);
+    return user && volume::HasExpired(volume::PolicyOf(m_header), *user, m_clock.Now());
 }
 
 Error UnlockSession::ReplacePassword(const base::Secret &password)
 {
     if (!m_opened && !m_recovered)
         return Error::WrongPassword;
-    Error error = m_volume.CheckNewPassword(m_name, password);
+    Error error = volume::Users(m_header).CheckNewPassword(m_name, password);
     if (error == Error::PasswordTooShort || error == Error::PasswordUnchanged || error == Error::OutOfMemory)
         return error;
     m_mustReplace = false;
     if (error != Error::None)
         return error;
-    m_volume.UseDate(m_clock.Now());
+    volume::Users users(m_header);
+    users.UseDate(m_clock.Now());
     // Only who came in by the recovery can spare the old password before the new one is proven.
-    error = m_volume.ReplacePassword(m_name, m_volumeKey, password,
-                                     volume::KeyCost::ForPassword(kDefaultMilliseconds),
-                                     m_recovered ? volume::WhenFull::DropOld : volume::WhenFull::Refuse);
+    error = users.ReplacePassword(m_name, m_volumeKey, password,
+                                  volume::KeyCost::ForPassword(kDefaultMilliseconds),
+                                  m_recovered ? volume::WhenFull::DropOld : volume::WhenFull::Refuse);
     if (error == Error::None || error == Error::OldPasswordStays) {
         m_opened = true;
         m_recovered = false;
@@ -124,10 +128,10 @@ kro::result_t UnlockSession::Start()
 
 kro::result_t UnlockSession::MapVolume()
 {
-    const Error error = m_volume.Activate(m_options.mapperName, m_options.mapperFlags, m_volumeKey);
+    const Error error = volume::Activate(m_header, m_options.mapperName, m_options.mapperFlags, m_volumeKey);
     if (error != Error::None) {
         Log(kLogErrors, "The volume cannot be mapped: " + std::string(volume::Describe(error)) + " " +
-                            m_volume.LastDetail());
+                            m_header.LastDetail());
         return kro::kUnspecifiedError;
     }
     m_volumeKey.Wipe();
@@ -136,7 +140,7 @@ kro::result_t UnlockSession::MapVolume()
 
 bool UnlockSession::HasStarted() const
 {
-    return m_started && (m_options.mapperName.empty() || m_volume.IsActiveAs(m_options.mapperName));
+    return m_started && (m_options.mapperName.empty() || volume::IsActiveAs(m_header, m_options.mapperName));
 }
 
 } // namespace host

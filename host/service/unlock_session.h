@@ -10,7 +10,8 @@
 
 #include "host/service/clock.h"
 #include "kro/result.h"
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
+#include "volume/luks/user.h"
 
 namespace host {
 
@@ -26,9 +27,9 @@ class UnlockSession
 {
 public:
     // `clock` says which passwords have expired; it must outlive this object.
-    UnlockSession(volume::Volume &volume, const Clock &clock, UnlockOptions options);
+    UnlockSession(volume::Header &header, const Clock &clock, UnlockOptions options);
 
-    volume::Volume &GetVolume() { return m_volume; }
+    volume::Header &GetHeader() { return m_header; }
     bool IsTestBoot() const { return m_options.testBoot; }
 
     // Somebody else may have changed the header since: each attempt begins with it. What is known already
@@ -70,7 +71,7 @@ public:
 private:
     kro::result_t MapVolume();
 
-    volume::Volume &m_volume;
+    volume::Header &m_header;
     const Clock &m_clock;
     UnlockOptions m_options;
     volume::UserName m_name;

@@ -33,7 +33,6 @@ constexpr char kResponseRejected[] =
 constexpr char kSystemStarts[] = QT_TRANSLATE_NOOP("pba_host", "The operating system starts.");
 constexpr char kTestBootEnds[] = QT_TRANSLATE_NOOP("pba_host", "The test boot has succeeded.");
 
-constexpr std::size_t kResponseDigits = 16; // and the check digit
 
 const host::MessageText &MessageFor(VolumeError error)
 {
@@ -214,7 +213,7 @@ std::optional<Secret> TextScreen::AskCodeLine(std::size_t row)
         const int place = base::kFirstResponseRow + static_cast<int>(row);
         if (line->IsEmpty())
             return line;
-        if (code && base::IsCodeString(code->View(), kResponseDigits, place))
+        if (code && base::IsCodeString(code->View(), base::kResponseDigits, place))
             return code;
         SayLine(m_catalogue.Get(kLineWrong));
     }

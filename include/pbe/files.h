@@ -18,6 +18,14 @@ PBE_EXPORT void PbeSetFileRoot(const char *directory);
 // that has a component "..", a slash or half a surrogate pair, is refused with kInvalidArgument.
 PBE_EXPORT kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *file);
 
+// From now on `path` is the file behind `descriptor`, wherever the root is: for a host that may not open the
+// file itself and was given it open. Reading starts at its beginning, writing empties it first; what it was
+// not opened for gives kAccessDenied. Its descriptors share one position: it is read or written by one at a
+// time. The descriptor belongs to the platform afterwards; another one for the same path takes its place.
+// When it is refused it stays the caller's: kInvalidArgument for one that is not open or stands for another
+// path already, kAccessDenied for what is no regular file. To be called like PbeSetFileRoot.
+PBE_EXPORT kro::result_t PbeUseFile(const char16_t *path, int descriptor);
+
 // Whether something of that name exists, of whatever kind.
 PBE_EXPORT bool PbeFileExists(const char16_t *path);
 

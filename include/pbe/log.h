@@ -26,5 +26,12 @@ PBE_EXPORT void PbeSetLogSeverity(std::uint32_t severity);
 // Appends to the file, creating it readable by its owner only. kAccessDenied, and the sink stays as it was,
 // when it cannot be opened. Only regular files and character devices will do.
 PBE_EXPORT kro::result_t PbeSetLogFile(const char *path);
+// Goes on at a descriptor, for a host that was given its log open: standard error (2), which is left as it
+// is, or what is open for writing and would do by its path; that belongs to the log afterwards, which
+// appends to it and never waits for it. When it is refused the sink stays as it was and the descriptor the
+// caller's: kInvalidArgument for one that is not open, else kAccessDenied.
+PBE_EXPORT kro::result_t PbeSetLogDescriptor(int descriptor);
+// What the log writes to, to be handed to a program that the host starts. It stays the log's.
+PBE_EXPORT int PbeGetLogDescriptor();
 
 } // extern "C"

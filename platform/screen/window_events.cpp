@@ -4,6 +4,10 @@
 #include <QApplication>
 #include <QWidget>
 
+#include "pbe/application.h"
+#include "pbe/events.h"
+#include "platform/application.h"
+
 namespace pbe {
 
 namespace {
@@ -29,3 +33,10 @@ void PostToWindows(int type, std::initializer_list<int> replaced)
 }
 
 } // namespace pbe
+
+void PbeTellTokens(bool added)
+{
+    using namespace pbe;
+    if (Application::Current())
+        PostToWindows(added ? kTokenAdded : kTokenRemoved, {kTokenAdded, kTokenRemoved});
+}

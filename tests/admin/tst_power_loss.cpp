@@ -5,6 +5,8 @@
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
 #include "volume/interrupted_changes.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 #include "volume/recovery/administrator_key.h"
 #include "volume/recovery/escrow_record.h"
 
@@ -38,11 +40,11 @@ const std::pair<QString, QStringList> kCommands[] = {
 
 // Each user has at most one keyslot for a password and at least one way in, and nothing else has any but the
 // recovery.
-void CompareWhole(const volume::Volume &volume)
+void CompareWhole(const volume::Header &volume)
 {
     const std::vector<token::VolumeToken> tokens = token::TokensOf(volume);
     std::size_t keyslots = volume.Objects(recovery::kObjectType).size();
-    for (const volume::User &user : volume.Users()) {
+    for (const volume::User &user : volume::UsersOf(volume)) {
         const auto owned = std::count_if(tokens.begin(), tokens.end(), [&](const token::VolumeToken &token) {
             return token.owner == user.name && token.enrolment.keyslots.size() == 1;
         });
@@ -185,7 +187,7 @@ private:
     {
         volume::Policy policy;
         policy.notOldPassword = false;
-        QCOMPARE(scratch.Open()->SetPolicy(policy), Error::None);
+        QCOMPARE(volume::SetPolicy(*scratch.Open(), policy), Error::None);
     }
     void CheckSound(const ScratchVolume &scratch, const QString &command, int exitCode) const
     {
@@ -197,17 +199,17 @@ private:
             QCOMPARE(FinishInterruptedChanges(*opened), Error::None);
         }
         CompareWhole(*scratch.Open());
-        const auto carl = opened->FindUser(kCarl);
+        const auto carl = volume::FindUser(*opened, kCarl);
         if (carl && !carl->keyslots.empty())
             QCOMPARE(scratch.Login(kCarl, kNewPassword), Error::None);
         QVERIFY(!done || carl.has_value() == command.contains(" add "));
-        QVERIFY(!done || !command.startsWith("policy") || opened->GetPolicy().freeAttempts == 7);
+        QVERIFY(!done || !command.startsWith("policy") || volume::PolicyOf(*opened).freeAttempts == 7);
         if (const auto found = recovery::Find(*opened))
             QVERIFY(IsInEscrow(*found, *opened));
         else
             QVERIFY(!command.contains("renew") && !(done && command.contains("enroll")));
     }
-    bool IsInEscrow(const recovery::Found &found, volume::Volume &volume) const
+    bool IsInEscrow(const recovery::Found &found, volume::Header &volume) const
     {
         for (const QByteArray &line : ReadFile(m_files.filePath("escrow")).split('\n')) {
             const auto record = recovery::ParseRecord(line.toStdString());

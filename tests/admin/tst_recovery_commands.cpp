@@ -7,6 +7,8 @@
 #include "tests/support/run_program.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 #include "volume/recovery/administrator_key.h"
 #include "volume/recovery/challenge.h"
 #include "volume/recovery/response.h"
@@ -208,11 +210,11 @@ private slots:
         WriteFile(volume, qUncompress(ReadFile(FROZEN "header.z")));
         QVERIFY(QFile::resize(volume, 20 * 1024 * 1024) && QFile::copy(FROZEN "escrow", escrow));
         const Computer computer(volume);
-        const std::vector<volume::User> users = computer.opened->Users();
+        const std::vector<volume::User> users = volume::UsersOf(*computer.opened);
         QVERIFY(users.size() == 2 && users[0].name == (volume::UserName{"", "anna"}) && users[0].changed);
         QVERIFY(users[1].name == (volume::UserName{"B\u00dcRO", "boris"}));
         QVERIFY(users[0].keyslots == std::vector{0} && users[1].keyslots == std::vector{1});
-        QVERIFY(computer.opened->GetPolicy() == (volume::Policy{12, false, 90, false, 3, 60}));
+        QVERIFY(volume::PolicyOf(*computer.opened) == (volume::Policy{12, false, 90, false, 3, 60}));
         QVERIFY(computer.found->enrolment.keyslots == std::vector{2} && !computer.found->enrolment.used);
 
         const Outcome answered = Admin({"respond", "--key", FROZEN, "--escrow", escrow, "--machine", "lab-7",
@@ -231,7 +233,7 @@ private:
     {
         explicit Computer(const QString &path)
         {
-            if (volume::Volume::Open(path.toStdString(), &opened) != Error::None)
+            if (volume::Header::Open(path.toStdString(), &opened) != Error::None)
                 qFatal("no volume");
             found = recovery::Find(*opened);
         }
@@ -256,13 +258,13 @@ private:
         bool Opens(const QByteArray &printed, const char *user) const
         {
             const auto response = Read(printed);
-            const auto name = response ? response->FindUser(opened->Users()) : std::nullopt;
+            const auto name = response ? response->FindUser(volume::UsersOf(*opened)) : std::nullopt;
             return name && name->user == user &&
                    opened->OpenKeyslot(found->enrolment.keyslots.front(),
                                        recovery::PassphraseOf(response->Secret()), nullptr) == Error::None;
         }
 
-        std::unique_ptr<volume::Volume> opened;
+        std::unique_ptr<volume::Header> opened;
         std::optional<recovery::Found> found;
         recovery::SecretKey ephemeral = recovery::MakeEphemeral({});
     };

@@ -2,10 +2,14 @@
 // A host around a scratch volume, with a view that records.
 #pragma once
 
+#include "host/protocol/server.h"
 #include "host/screen/business_logic.h"
-#include "tests/support/fake_pbe.h"
+#include "host/service/service.h"
 #include "tests/host/scratch_volume.h"
 #include "tests/host/silent_view.h"
+#include "tests/support/fake_pbe.h"
+#include "tests/support/memory_channel.h"
+#include "volume/luks/policy.h"
 
 // What outlives a host: the memory of failed logins, which may be read-only, and the time.
 class Memory final : public host::StateStore
@@ -31,32 +35,56 @@ public:
     bool KeepsLastLogin() const override { return true; }
 };
 
-// Members in the order in which they depend on each other.
-template <typename View>
-struct HostOnVolume
+// A service on a scratch volume, and a screen's end of the wire to it. Members in the order in which they
+// depend on each other.
+struct ServiceOnVolume
 {
-    explicit HostOnVolume(const ScratchVolume &scratch, host::UnlockOptions start = {},
-                          host::LogicOptions options = {}, Memory *lasting = nullptr)
+    explicit ServiceOnVolume(const ScratchVolume &scratch, host::UnlockOptions start = {},
+                             Memory *lasting = nullptr)
         : opened(scratch.Open())
         , memory(lasting ? *lasting : ownMemory)
         , clock([this] { return memory.date; }, [this] { return memory.sinceBoot; })
-        , throttle(memory, clock, [this] { return opened->GetPolicy(); })
+        , throttle(memory, clock, [this] { return volume::PolicyOf(*opened); })
         , unlockSession(*opened, clock, std::move(start))
-        , logic(unlockSession, throttle, texts, options)
     {
         fake_pbe::Reset();
+        auto [ours, theirs] = MemoryChannel::MakePair();
+        theirs->others = [this] { Serve(); };
+        server.emplace(std::move(ours));
+        client.emplace(std::move(theirs));
+    }
+    void Serve()
+    {
+        while (const auto request = server->Receive())
+            std::visit([this](const auto &reply) { server->Reply(reply); }, service.Answer(*request));
+    }
+
+    std::unique_ptr<volume::Header> opened;
+    Memory ownMemory;
+    Memory &memory;
+    host::Clock clock;
+    host::LoginThrottle throttle;
+    host::UnlockSession unlockSession;
+    host::Service service{unlockSession, throttle, true};
+    std::optional<protocol::Server> server;
+    std::optional<protocol::Client> client;
+};
+
+// And the answers to a view that records.
+template <typename View>
+struct HostOnVolume : ServiceOnVolume
+{
+    explicit HostOnVolume(const ScratchVolume &scratch, host::UnlockOptions start = {},
+                          Memory *lasting = nullptr)
+        : ServiceOnVolume(scratch, std::move(start), lasting)
+    {
         if (logic.Init(&view) != kro::kOk)
             qFatal("Init fails");
         view.TakeCalls();
     }
 
-    std::unique_ptr<volume::Volume> opened;
-    Memory ownMemory;
-    Memory &memory;
-    host::Clock clock;
-    host::LoginThrottle throttle;
     host::Texts texts{nullptr};
-    host::UnlockSession unlockSession;
     View view;
-    host::BusinessLogic logic;
+    host::ServiceLink link{*client};
+    host::BusinessLogic logic{link, texts};
 };

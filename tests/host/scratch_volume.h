@@ -7,7 +7,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 inline base::Secret MakeSecret(std::string_view text)
 {
@@ -40,10 +42,10 @@ public:
 
     std::string Path() const { return m_directory.filePath("volume.img").toStdString(); }
 
-    std::unique_ptr<volume::Volume> Open() const
+    std::unique_ptr<volume::Header> Open() const
     {
-        std::unique_ptr<volume::Volume> opened;
-        if (volume::Volume::Open(Path(), &opened) != volume::Error::None)
+        std::unique_ptr<volume::Header> opened;
+        if (volume::Header::Open(Path(), &opened) != volume::Error::None)
             qFatal("the volume does not open");
         return opened;
     }
@@ -51,17 +53,17 @@ public:
     // As a program of its own does.
     volume::Error Login(const volume::UserName &name, std::string_view password) const
     {
-        return Open()->Login(name, MakeSecret(password), nullptr);
+        return volume::Users(*Open()).Login(name, MakeSecret(password), nullptr);
     }
 
     // Anna's password is of an unknown age, which is too old for the policy.
-    static void Expire(volume::Volume &opened, volume::Policy policy)
+    static void Expire(volume::Header &header, volume::Policy policy)
     {
         policy.expiryDays = 1;
-        int object = opened.FindUser({"", "anna"})->object;
+        int object = volume::FindUser(header, {"", "anna"})->object;
         const char unknownAge[] = R"({"type":"pba-user","keyslots":["0"],"domain":"","user":"anna"})";
-        if (opened.SetPolicy(policy) != volume::Error::None ||
-            opened.WriteObject(unknownAge, &object) != volume::Error::None)
+        if (volume::SetPolicy(header, policy) != volume::Error::None ||
+            header.WriteObject(unknownAge, &object) != volume::Error::None)
             qFatal("nothing expires");
     }
 
@@ -69,13 +71,14 @@ private:
     static QString Make(const QString &path)
     {
         QFile file(path);
-        std::unique_ptr<volume::Volume> made;
+        std::unique_ptr<volume::Header> made;
         if (!file.open(QFile::WriteOnly) || !file.resize(20 * 1024 * 1024) ||
-            volume::Volume::Create(path.toStdString(), &made) != volume::Error::None)
+            volume::Header::Create(path.toStdString(), &made) != volume::Error::None)
             qFatal("no volume");
         const auto cost = volume::KeyCost::ForRandomSecret();
-        if (made->AddUser({"", "anna"}, {}, MakeSecret(kPassword), cost) != volume::Error::None ||
-            made->AddUser({"OFFICE", "boris"}, {}, MakeSecret(kOtherPassword), cost) != volume::Error::None)
+        if (volume::Users(*made).Add({"", "anna"}, {}, MakeSecret(kPassword), cost) != volume::Error::None ||
+            volume::Users(*made).Add({"OFFICE", "boris"}, {}, MakeSecret(kOtherPassword), cost) !=
+                volume::Error::None)
             qFatal("no users");
         return path;
     }

@@ -5,6 +5,8 @@
 #include "tests/host/host_on_volume.h"
 #include "settings_format/settings_encoder.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 namespace {
 
@@ -114,10 +116,10 @@ private slots:
         const std::pair wait(kWait, 0u);
         const volume::Policy policy;
         for (unsigned failures = 0; failures <= policy.freeAttempts; ++failures) {
-            Host host(scratch, {}, {}, &memory); // each in a program of its own
+            Host host(scratch, {}, &memory); // each in a program of its own
             QCOMPARE(guess(host), wrong);
         }
-        Host host(scratch, {}, {}, &memory);
+        Host host(scratch, {}, &memory);
         QCOMPARE(guess(host, kRight), wait);
         QVERIFY(host.view.lastText.ends_with(u": 30."));
         memory.date += 1'000'000; // whatever is done to the clock meanwhile
@@ -128,7 +130,7 @@ private slots:
         QCOMPARE(guess(host), wrong);
         QCOMPARE(guess(host), wait);
         memory.date -= 2'000'000; // set back, it neither ends the next start's delay nor draws it out
-        Host other(scratch, {}, {}, &memory);
+        Host other(scratch, {}, &memory);
         QCOMPARE(guess(other), wait);
         memory.sinceBoot += 30;
         QCOMPARE(guess(other), wrong);
@@ -173,7 +175,7 @@ private slots:
         Memory memory;
         memory.writable = false;
         memory.state = {1000, memory.date + 1000}; // from before, and from the future
-        Host host(m_scratch, {}, {}, &memory);
+        Host host(m_scratch, {}, &memory);
         host.Login(u"", u"anna", kRight);
         memory.sinceBoot += 30;
         host.Login(u"", u"anna", kRight);
@@ -202,10 +204,11 @@ private slots:
         QCOMPARE(other->Authorise(MakeSecret(ScratchVolume::kPassword), &key), volume::Error::None);
         const std::string secret = "paper ship";
         const auto cost = volume::KeyCost::ForRandomSecret();
-        QCOMPARE(other->ReplacePassword({"", "anna"}, key, MakeSecret(secret), cost), volume::Error::None);
+        QCOMPARE(volume::Users(*other).ReplacePassword({"", "anna"}, key, MakeSecret(secret), cost),
+                 volume::Error::None);
         QCOMPARE(other->RemoveObject(other->Objects(host::kStateObjectType).at(0).number),
                  volume::Error::None);
-        QCOMPARE(other->AddUser({"", "carl"}, key, MakeSecret(secret), cost), volume::Error::None);
+        QCOMPARE(volume::Users(*other).Add({"", "carl"}, key, MakeSecret(secret), cost), volume::Error::None);
         host.Login(u"", u"anna", u"paper ship");
         host.Login(u"", u"carl", u"paper ship");
         QCOMPARE(host.view.TakeCalls(), (Calls{"LoggedIn", "LoggedIn"}));
@@ -288,18 +291,18 @@ private slots:
         policy.expiryDays = 1;
         const auto login = [&](std::int64_t date, const char16_t *password) {
             memory.date = date;
-            [&] { QVERIFY(scratch.Open()->SetPolicy(policy) == volume::Error::None); }();
-            Host host(scratch, {}, {}, &memory);
+            [&] { QVERIFY(volume::SetPolicy(*scratch.Open(), policy) == volume::Error::None); }();
+            Host host(scratch, {}, &memory);
             host.Login(u"", u"anna", password);
             const std::string answer = host.view.TakeCalls().front();
             host.view.logic->ChangePassword(u"paper ship");
             return answer;
         };
-        const std::int64_t today = *scratch.Open()->FindUser({"", "anna"})->changed;
+        const std::int64_t today = *volume::FindUser(*scratch.Open(), {"", "anna"})->changed;
         const std::string expired = "MustChangePassword";
         QCOMPARE(login(today + kDay + 60, kRight), expired);
         QCOMPARE(login(today - 100 * kDay, u"paper ship"), "LoggedIn");
-        QCOMPARE(*scratch.Open()->FindUser({"", "anna"})->changed, today + kDay + 60);
+        QCOMPARE(*volume::FindUser(*scratch.Open(), {"", "anna"})->changed, today + kDay + 60);
         QCOMPARE(login(today + 30000 * kDay, u"paper ship"), expired);
         policy.clockReset = today + 2 * kDay;
         QCOMPARE(login(today, u"paper ship"), "LoggedIn");

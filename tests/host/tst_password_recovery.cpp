@@ -190,7 +190,7 @@ private slots:
     {
         for (const bool withRecovery : {false, true}) {
             Scene scene(withRecovery);
-            for (volume::User &user : scene.opened->Users()) {
+            for (volume::User &user : volume::UsersOf(*scene.opened)) {
                 user.keyslots.clear();
                 QCOMPARE(scene.opened->WriteObject(volume::EncodeUser(user), &user.object), Error::None);
             }

@@ -8,6 +8,7 @@
 #include "tests/host/scratch_volume.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
 
 class ProgramTest : public QObject
 {
@@ -59,9 +60,9 @@ private slots:
                 return Run(PBA_HOST, Usual() + options, {}, m_root.path()).exitCode;
             };
             makeRoot();
-            QVERIFY(m_scratch.Open()->SetPolicy({}) == volume::Error::None);
+            QVERIFY(volume::SetPolicy(*m_scratch.Open(), {}) == volume::Error::None);
             QCOMPARE(start("automatic\nstart\n"), 0);
-            QVERIFY(m_scratch.Open()->SetPolicy(strict) == volume::Error::None);
+            QVERIFY(volume::SetPolicy(*m_scratch.Open(), strict) == volume::Error::None);
             QCOMPARE(start("automatic\nstart\n"), 1);
             QCOMPARE(start("wrong\nwrong\n"), 1);
             if (inHeader) // it lasts where the root does not

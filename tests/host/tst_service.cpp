@@ -1,31 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // The service as a screen meets it, which need not be one of ours.
-#include "host/protocol/client.h"
-#include "host/protocol/server.h"
-#include "host/service/service.h"
 #include "tests/host/host_on_volume.h"
 #include "tests/host/recoverable_computer.h"
-#include "tests/support/memory_channel.h"
 #include "tests/support/test_main.h"
 
 using namespace protocol;
 
 namespace {
 
-// A screen and a service, with a wire between them that carries packets.
-struct Scene : HostOnVolume<SilentView>
+struct Scene : ServiceOnVolume
 {
-    explicit Scene(const ScratchVolume &scratch, host::UnlockOptions start = {}, Memory *lasting = nullptr)
-        : HostOnVolume(scratch, std::move(start), {}, lasting)
-    {
-        auto [ours, theirs] = MemoryChannel::MakePair();
-        theirs->others = [this] {
-            while (const auto request = server->Receive())
-                std::visit([this](const auto &reply) { server->Reply(reply); }, service.Answer(*request));
-        };
-        server.emplace(std::move(ours));
-        client.emplace(std::move(theirs));
-    }
+    using ServiceOnVolume::ServiceOnVolume;
     template <typename Request>
     typename Request::Reply Ask(const Request &request)
     {
@@ -42,10 +27,6 @@ struct Scene : HostOnVolume<SilentView>
     {
         return Ask(ReplacePassword{MakeSecret(password)});
     }
-
-    host::Service service{unlockSession, throttle, true};
-    std::optional<Server> server;
-    std::optional<Client> client;
 };
 
 constexpr std::string_view kRight = ScratchVolume::kPassword;
@@ -91,7 +72,7 @@ private slots:
     void guessing()
     {
         const ScratchVolume scratch;
-        QVERIFY(scratch.Open()->SetPolicy({.freeAttempts = 1}) == volume::Error::None);
+        QVERIFY(volume::SetPolicy(*scratch.Open(), {.freeAttempts = 1}) == volume::Error::None);
         Memory memory;
         for (const char *password : {"wrong", "wronger"}) {
             Scene scene(scratch, {}, &memory);

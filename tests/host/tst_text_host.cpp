@@ -57,7 +57,7 @@ private slots:
         }
         policy.delaySeconds = 0;
         policy.expiryDays = 1;
-        QVERIFY(scratch.Open()->SetPolicy(policy) == volume::Error::None);
+        QVERIFY(volume::SetPolicy(*scratch.Open(), policy) == volume::Error::None);
         line.LogIn(ScratchVolume::kPassword);
         line.Expect("expired");
         line.Answer("New password: ", "paper ship");
@@ -74,11 +74,12 @@ private slots:
         QTemporaryDir directory;
         const std::string path = directory.filePath("volume.img").toStdString();
         QFile file(QString::fromStdString(path));
-        std::unique_ptr<volume::Volume> made;
+        std::unique_ptr<volume::Header> made;
         QVERIFY(file.open(QFile::WriteOnly) && file.resize(20 * 1024 * 1024));
-        QCOMPARE(volume::Volume::Create(path, &made), volume::Error::None);
+        QCOMPARE(volume::Header::Create(path, &made), volume::Error::None);
         const auto cost = volume::KeyCost::ForPassword(1000);
-        QCOMPARE(made->AddUser({"", "anna"}, {}, MakeSecret("paper boat"), cost), volume::Error::None);
+        QCOMPARE(volume::Users(*made).Add({"", "anna"}, {}, MakeSecret("paper boat"), cost),
+                 volume::Error::None);
         Line broken(m_root.path(), path);
         for (int i = 0; i < 3; ++i) {
             broken.LogIn("paper boat");

@@ -8,7 +8,9 @@
 #include "tests/support/test_main.h"
 #include "volume/luks/mapper_options.h"
 #include "volume/luks/mapping.h"
+#include "volume/luks/policy.h"
 #include "volume/luks/user.h"
+#include "volume/luks/users.h"
 #include "volume/recovery/enrolment.h"
 
 using volume::Error;
@@ -54,9 +56,9 @@ private slots:
             const Error error = right ? Error::None : Error::WrongPassword;
             const auto opened = m_scratch.Open();
             base::Secret key;
-            QCOMPARE(opened->Login(name, MakeSecret(password), nullptr), error);
+            QCOMPARE(volume::Users(*opened).Login(name, MakeSecret(password), nullptr), error);
             QCOMPARE(opened->DerivationCount(), 1u);
-            QCOMPARE(opened->Login(name, MakeSecret(password), &key), error);
+            QCOMPARE(volume::Users(*opened).Login(name, MakeSecret(password), &key), error);
             QCOMPARE(opened->DerivationCount(), 2u);
             QCOMPARE(key.Size(), right ? 64u : 0u);
         }
@@ -74,7 +76,8 @@ private slots:
         QVERIFY(crypt_token_json_set(header.get(), CRYPT_ANY_TOKEN, object.c_str()) >= 0);
         base::Secret key;
         QCOMPARE(scratch.Login({"", "mallory"}, "m"), Error::WrongPassword);
-        QCOMPARE(scratch.Open()->Login({"", "mallory"}, MakeSecret("m"), &key), Error::WrongPassword);
+        QCOMPARE(volume::Users(*scratch.Open()).Login({"", "mallory"}, MakeSecret("m"), &key),
+                 Error::WrongPassword);
     }
 
     // A single wrong bit of either copy, wherever it stands, leaves the other one.
@@ -92,24 +95,25 @@ private slots:
 
     void unusableHeaders()
     {
-        std::unique_ptr<volume::Volume> opened;
+        std::unique_ptr<volume::Header> opened;
         for (const auto &[size, expected] :
              {std::pair(5, Error::NotLuks2), std::pair(4096, Error::HeaderUnreadable),
               std::pair(0x40000, Error::HeaderUnreadable)}) {
             ScratchVolume scratch;
             QVERIFY(QFile::resize(QString::fromStdString(scratch.Path()), size));
-            QCOMPARE(volume::Volume::Open(scratch.Path(), &opened), expected);
+            QCOMPARE(volume::Header::Open(scratch.Path(), &opened), expected);
         }
         // A file, but its beginning cannot be read, as on a failing disk.
-        QCOMPARE(volume::Volume::Open("/proc/self/mem", &opened), Error::HeaderUnreadable);
+        QCOMPARE(volume::Header::Open("/proc/self/mem", &opened), Error::HeaderUnreadable);
 
         ScratchVolume scratch;
         const auto before = scratch.Open();
         for (const qint64 text : {0x1000, 0x11000}) // of both copies
             Overwrite(scratch.Path(), text, QByteArray(4096, '\x5a'));
-        QCOMPARE(volume::Volume::Open(scratch.Path(), &opened), Error::HeaderUnreadable);
+        QCOMPARE(volume::Header::Open(scratch.Path(), &opened), Error::HeaderUnreadable);
         QVERIFY(QFile::remove(QString::fromStdString(scratch.Path())));
-        QCOMPARE(before->Login({"", "anna"}, MakeSecret(ScratchVolume::kPassword), nullptr), Error::Vanished);
+        QCOMPARE(volume::Users(*before).Login({"", "anna"}, MakeSecret(ScratchVolume::kPassword), nullptr),
+                 Error::Vanished);
     }
 
     void textIsEncoded()

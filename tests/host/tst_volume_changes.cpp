@@ -2,6 +2,8 @@
 // Changes to users, passwords and policy on real LUKS2 files. What a loss of power leaves is in tests/admin.
 #include "tests/host/scratch_volume.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/policy.h"
+#include "volume/luks/users.h"
 
 using volume::Error;
 
@@ -32,7 +34,7 @@ struct Opened
     Error Replace(const volume::UserName &name, std::string_view password,
                   volume::WhenFull whenFull = volume::WhenFull::Refuse)
     {
-        return volume->ReplacePassword(name, key, MakeSecret(password), kCost, whenFull);
+        return volume::Users(*volume).ReplacePassword(name, key, MakeSecret(password), kCost, whenFull);
     }
     int AddKeyslot(std::string_view passphrase, const volume::KeyCost &cost = kCost)
     {
@@ -43,7 +45,7 @@ struct Opened
     }
     Error Add(const volume::UserName &name, std::string_view password)
     {
-        return volume->AddUser(name, key, MakeSecret(password), kCost);
+        return volume::Users(*volume).Add(name, key, MakeSecret(password), kCost);
     }
     // As another program would write it. The parts are JSON.
     bool WriteObject(const std::string &type, const std::string &keyslots, const std::string &filler) const
@@ -53,7 +55,7 @@ struct Opened
             "{\"type\":\"" + type + "\",\"keyslots\":[" + keyslots + "],\"filler\":\"" + filler + "\"}";
         return volume->WriteObject(json, &number) == Error::None;
     }
-    std::unique_ptr<volume::Volume> volume;
+    std::unique_ptr<volume::Header> volume;
     base::Secret key;
 };
 
@@ -71,14 +73,14 @@ private slots:
         QCOMPARE(opened.Replace(kAnna, "new one"), Error::None);
         QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::WrongPassword);
         QCOMPARE(scratch.Login(kAnna, "new one"), Error::None);
-        QVERIFY(scratch.Open()->FindUser(kAnna)->changed);
+        QVERIFY(volume::FindUser(*scratch.Open(), kAnna)->changed);
         QCOMPARE(opened.volume->Keyslots().size(), 2u);
 
         QCOMPARE(opened.Replace({"", "carl"}, "x"), Error::NoUser);
         opened.key.Buffer()[0] ^= 1; // not the volume's key any more
         QCOMPARE(opened.Replace(kAnna, "x", volume::WhenFull::DropOld), Error::WrongPassword);
         QCOMPARE(scratch.Login(kAnna, "new one"), Error::None);
-        QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
+        QVERIFY(!volume::FindUser(*scratch.Open(), kAnna)->pending);
     }
 
     // Two views of one header, as two programs have them: the second one looks anew before it writes.
@@ -109,7 +111,7 @@ private slots:
         for (int i = 0; error == Error::None; ++i)
             error = opened.Add({longName, std::to_string(i)}, "p");
         QCOMPARE(error, Error::NoSpace);
-        QCOMPARE(opened.volume->Users().size(), 31u);
+        QCOMPARE(volume::UsersOf(*opened.volume).size(), 31u);
         QVERIFY(volume::Fits(volume::kReserve, opened.volume->RoomLeft()));
         QCOMPARE(opened.Replace({longName, "28"}, "new"), Error::None);
         QCOMPARE(scratch.Login({longName, "28"}, "new"), Error::None);
@@ -134,7 +136,7 @@ private slots:
         QVERIFY(opened.WriteObject("x", "", std::string(1150, 'x')));
         QCOMPARE(opened.Replace(kAnna, "newer"), Error::NoSpace);
         QCOMPARE(scratch.Login(kAnna, "new"), Error::None);
-        QVERIFY(!scratch.Open()->FindUser(kAnna)->pending);
+        QVERIFY(!volume::FindUser(*scratch.Open(), kAnna)->pending);
         QCOMPARE(opened.volume->Keyslots().size(), 2u);
     }
 
@@ -144,15 +146,15 @@ private slots:
         Opened opened(scratch);
         const int recovery = opened.AddKeyslot("r");
         QVERIFY(opened.WriteObject("pba-recovery", '"' + std::to_string(recovery) + '"', ""));
-        QCOMPARE(opened.volume->RemoveUser(kBoris), Error::None);
+        QCOMPARE(volume::Users(*opened.volume).Remove(kBoris), Error::None);
         QCOMPARE(scratch.Login(kBoris, ScratchVolume::kOtherPassword), Error::WrongPassword);
-        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::LastWayIn);
+        QCOMPARE(volume::Users(*opened.volume).Remove(kAnna), Error::LastWayIn);
         QCOMPARE(opened.volume->RemoveKeyslot(0), Error::LastWayIn);
         QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
         // A passphrase of another tool is a way in.
         const int foreign = opened.AddKeyslot("f");
-        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::None);
-        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::NoUser);
+        QCOMPARE(volume::Users(*opened.volume).Remove(kAnna), Error::None);
+        QCOMPARE(volume::Users(*opened.volume).Remove(kAnna), Error::NoUser);
         QCOMPARE(opened.volume->RemoveKeyslot(recovery), Error::None);
         QCOMPARE(opened.volume->OpenKeyslot(foreign, MakeSecret("f"), nullptr), Error::None);
     }
@@ -164,8 +166,8 @@ private slots:
         const ScratchVolume scratch;
         Opened opened(scratch);
         const int rescue = opened.AddKeyslot("rescue", volume::KeyCost::ForPassword(1));
-        volume::User anna = opened.volume->FindUser(kAnna).value();
-        const int boriss = opened.volume->FindUser(kBoris)->keyslots[0];
+        volume::User anna = volume::FindUser(*opened.volume, kAnna).value();
+        const int boriss = volume::FindUser(*opened.volume, kBoris)->keyslots[0];
         volume::User carl{{"", "carl"}, {}, rescue, true, {}, kCost.ToText()};
         volume::User shares = anna;
         volume::User leads = anna;
@@ -176,14 +178,15 @@ private slots:
         pends.pendingCost = kCost.ToText();
         for (volume::User *user : {&carl, &shares, &leads, &pends}) {
             QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(*user), &user->object), Error::None);
-            QCOMPARE(opened.volume->FinishPending(), Error::None);
+            QCOMPARE(volume::Users(*opened.volume).FinishPending(), Error::None);
             QCOMPARE(scratch.Login(kAnna, ScratchVolume::kPassword), Error::None);
             QCOMPARE(scratch.Login(kBoris, ScratchVolume::kOtherPassword), Error::None);
             QCOMPARE(scratch.Open()->OpenKeyslot(rescue, MakeSecret("rescue"), nullptr), Error::None);
         }
-        QVERIFY(!opened.volume->FindUser(kAnna)->pending && !opened.volume->FindUser(carl.name));
+        QVERIFY(!volume::FindUser(*opened.volume, kAnna)->pending &&
+                !volume::FindUser(*opened.volume, carl.name));
         QCOMPARE(opened.volume->WriteObject(volume::EncodeUser(shares), &shares.object), Error::None);
-        QCOMPARE(opened.volume->RemoveUser(kAnna), Error::None);
+        QCOMPARE(volume::Users(*opened.volume).Remove(kAnna), Error::None);
         QCOMPARE(scratch.Login(kBoris, ScratchVolume::kOtherPassword), Error::None);
     }
 
@@ -192,7 +195,7 @@ private slots:
         const ScratchVolume scratch;
         const auto opened = scratch.Open();
         const auto check = [&](std::string_view password) {
-            return opened->CheckNewPassword(kAnna, MakeSecret(password));
+            return volume::Users(*opened).CheckNewPassword(kAnna, MakeSecret(password));
         };
         QCOMPARE(check("\u00e4\u00e4\u00e4\u00e4"), Error::PasswordTooShort); // characters count, not bytes
         QCOMPARE(check("12345678"), Error::None);
@@ -200,8 +203,8 @@ private slots:
 
         volume::Policy policy{1, false, 30, false, 2, 0};
         for (int times = 0; times < 2; ++times) // the second takes the place of the first
-            QCOMPARE(opened->SetPolicy(policy), Error::None);
-        QCOMPARE(scratch.Open()->GetPolicy(), policy);
+            QCOMPARE(volume::SetPolicy(*opened, policy), Error::None);
+        QCOMPARE(volume::PolicyOf(*scratch.Open()), policy);
         QCOMPARE(opened->Objects(volume::kPolicyObjectType).size(), 1u);
         QCOMPARE(check(ScratchVolume::kPassword), Error::None);
 

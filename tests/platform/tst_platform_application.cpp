@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stop, fonts and pointing devices, as they meet the application object and the X server.
 #include <fontconfig/fontconfig.h>
+#include <unistd.h>
 #include <xcb/xinput.h>
 
 #include <QApplication>
@@ -62,6 +63,52 @@ private Q_SLOTS:
         QApplication next(s_argumentCount, s_arguments);
         QTimer::singleShot(50, &next, [] { QCoreApplication::exit(7); });
         QCOMPARE(QApplication::exec(), 7);
+    }
+
+    // Set before there is an application, it starts with the first, and goes on with the next. What it is
+    // called for stays unread in a loop of its own, which must come to its end.
+    void WatchesForTheHost()
+    {
+        int ends[2];
+        QCOMPARE(pipe(ends), 0);
+        int calls = 0;
+        const auto callback = [](void *context) {
+            QEventLoop loop;
+            QTimer::singleShot(30, &loop, &QEventLoop::quit);
+            loop.exec();
+            ++*static_cast<int *>(context);
+            QCoreApplication::exit(7);
+        };
+        PbeWatch(-1, callback, &calls);
+        PbeWatch(1023, callback, &calls);
+        PbeWatch(ends[0], callback, &calls);
+        QCOMPARE(write(ends[1], "x", 1), 1);
+        for (const int expected : {1, 2}) {
+            QApplication application(s_argumentCount, s_arguments);
+            QEventLoop outer;
+            QTimer::singleShot(0, &outer, [&outer] { outer.exec(); });
+            QCOMPARE(QApplication::exec(), 7);
+            QCOMPARE(calls, expected);
+        }
+        QApplication application(s_argumentCount, s_arguments);
+        close(ends[1]);
+        static int s_watched;
+        s_watched = ends[0];
+        PbeWatch(
+            s_watched,
+            [](void *) {
+                PbeWatch(
+                    s_watched,
+                    [](void *) {
+                        PbeWatch(s_watched, nullptr, nullptr);
+                        QTimer::singleShot(50, qApp, [] { QCoreApplication::exit(8); });
+                    },
+                    nullptr);
+            },
+            nullptr);
+        QCOMPARE(QApplication::exec(), 8);
+        close(ends[0]);
+        PbeWatch(s_watched, nullptr, nullptr);
     }
 
     void FontsComeWithoutTheSystemsRules()

@@ -127,6 +127,49 @@ private Q_SLOTS:
         QVERIFY(QDir::setCurrent(m_root.path()));
     }
 
+    // Of the descriptors given, those that are refused stay the test's.
+    void FilesOfTheHost()
+    {
+        PbeSetFileRoot("/nowhere");
+        const int reading = open("link", O_RDONLY | O_CREAT, 0600), fifo = open("fifo", O_RDWR);
+        const int both = open("both", O_RDWR | O_CREAT | O_TRUNC, 0600), path = open("both", O_PATH);
+        const struct
+        {
+            const char16_t *path;
+            int descriptor;
+            kro::result_t used, reading, writing;
+        } rows[] = {
+            {u"\\a", -1, kro::kInvalidArgument, kro::kNotFound, kro::kNotFound},
+            {u"\\a", 1023, kro::kInvalidArgument, kro::kNotFound, kro::kNotFound},
+            {u"\\..\\a", reading, kro::kInvalidArgument, kro::kInvalidArgument, kro::kInvalidArgument},
+            {u"\\a", fifo, kro::kAccessDenied, kro::kNotFound, kro::kNotFound},
+            {u"\\p", path, kro::kOk, kro::kAccessDenied, kro::kAccessDenied},
+            {u"\\a", reading, kro::kOk, kro::kOk, kro::kAccessDenied},
+            {u"\\b", reading, kro::kInvalidArgument, kro::kNotFound, kro::kNotFound},
+            {u"\\a", both, kro::kOk, kro::kOk, kro::kOk},
+            {u"\\a", both, kro::kOk, kro::kOk, kro::kOk}};
+        int opened = -1;
+        for (const auto &row : rows) {
+            QCOMPARE(PbeUseFile(row.path, row.descriptor), row.used);
+            QCOMPARE(PbeOpenFileForReading(row.path, &opened), row.reading);
+            close(opened);
+            QCOMPARE(PbeOpenFileForWriting(row.path, &opened), row.writing);
+            close(opened);
+        }
+        QCOMPARE(fcntl(reading, F_GETFD), -1);
+        QVERIFY(PbeFileExists(u"\\a") && (fcntl(both, F_GETFD) & FD_CLOEXEC));
+        for (const QByteArray &text : {QByteArray("long"), QByteArray("new")}) {
+            QCOMPARE(PbeOpenFileForWriting(u"\\a", &opened), kro::kOk);
+            QCOMPARE(write(opened, text.data(), static_cast<std::size_t>(text.size())), text.size());
+            close(opened);
+            QCOMPARE(PbeOpenFileForReading(u"\\a", &opened), kro::kOk);
+            char content[8];
+            QCOMPARE(QByteArray(content, read(opened, content, sizeof content)), text);
+            close(opened);
+        }
+        close(fifo);
+    }
+
     void LogSeverity()
     {
         const QPair<const char *, std::uint32_t> rows[] = {{"700", 700}, {"0", 0},      {"4294967296", 300},
@@ -151,6 +194,31 @@ private Q_SLOTS:
             const QByteArray notice = QByteArray("PBE     cannot log to ") + path + "\r\n";
             QCOMPARE(Writes("PBE_LOG", path, log), (Lines{notice, kLine, kLine}));
         }
+    }
+
+    // Each is tried when the log has a file of its own and when it has none.
+    void LogDescriptors()
+    {
+        const auto log = [] {
+            const auto use = [](int descriptor, kro::result_t expected) {
+                if (PbeSetLogDescriptor(descriptor) != expected)
+                    _exit(1);
+                LogLine();
+            };
+            for (int round = 0; round < 2; ++round) {
+                use(-1, kro::kInvalidArgument);
+                use(1023, kro::kInvalidArgument);
+                use(open("fifo", O_RDWR), kro::kAccessDenied);
+                use(open("/dev/null", O_RDONLY), kro::kAccessDenied);
+                use(open("/dev/null", O_PATH), kro::kAccessDenied);
+                use(open("third", O_WRONLY | O_CREAT, 0600), kro::kOk);
+                use(PbeGetLogDescriptor(), kro::kOk);
+                use(STDERR_FILENO, kro::kOk);
+                use(open("third", O_WRONLY), kro::kOk);
+            }
+        };
+        QCOMPARE(Writes("PBE_LOG", "", log), Lines(7, kLine));
+        QCOMPARE(QFileInfo(u"third"_qs).size(), kLine.size() * 11);
     }
 
     void LogAppendsToPrivateFiles()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/fake_pbe.h"
 
+#include <poll.h>
+
 #include <QDir>
 
 #include "pbe/application.h"
@@ -95,6 +97,28 @@ kro::result_t PbeCanTypeText(std::uint32_t layout, const char16_t *text, std::si
 void PbeSetBusy(bool busy)
 {
     Now().calls.append(busy ? "busy on" : "busy off");
+}
+
+// The answer may come from another thread of the test.
+bool PbeAwait(int descriptor)
+{
+    pollfd waiting{descriptor, POLLIN, 0};
+    return descriptor >= 0 && poll(&waiting, 1, -1) == 1 && (waiting.revents & (POLLIN | POLLHUP)) != 0;
+}
+
+void PbeShowWaitSign(bool show)
+{
+    Now().calls.append(show ? "wait sign on" : "wait sign off");
+}
+
+void PbeWatch(int descriptor, void (*callback)(void *), void *context)
+{
+    Now().watches[descriptor] = callback ? std::function<void()>([=] { callback(context); }) : nullptr;
+}
+
+void PbeTellTokens(bool added)
+{
+    Now().calls.append(added ? "tokens added" : "tokens removed");
 }
 
 void PbeRequestStop()

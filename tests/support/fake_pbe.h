@@ -4,10 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include <QByteArray>
 #include <QList>
+#include <QMap>
 #include <QTemporaryDir>
 
 namespace fake_pbe {
@@ -24,8 +26,11 @@ struct State
 {
     QList<Message> messages;
     // What was asked of screen and application, in order: "repaint on", "repaint off", "pointer shown",
-    // "pointer hidden", "keyboard layout 00000407" and the like, "busy on", "busy off", "stop".
+    // "pointer hidden", "keyboard layout 00000407" and the like, "busy on", "busy off", "wait sign on", "wait
+    // sign off", "tokens added", "tokens removed", "stop".
     QList<QByteArray> calls;
+    // What the host has watched, by the descriptor: to be called by the test. Null where it has ended.
+    QMap<int, std::function<void()>> watches;
     std::uint32_t severity = 1000;
     int mouseCount = 0;
     std::uint64_t counter = 0;

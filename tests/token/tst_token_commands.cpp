@@ -7,6 +7,7 @@
 #include "tests/host/scratch_volume.h"
 #include "tests/token/soft_tokens.h"
 #include "tests/support/test_main.h"
+#include "volume/luks/users.h"
 
 class TokenCommandsTest : public QObject
 {
@@ -31,10 +32,10 @@ private slots:
 
         CompareFailure(Admin("add", m_anna + user, kAuthorised), 1, "enrolled already, for keyslot 2");
         CompareFailure(Admin("remove", {"--keyslot", "0"}), 1, "keyslot 0 is no token's");
-        QCOMPARE(m_scratch.Open()->Users().size(), 3u);
+        QCOMPARE(volume::UsersOf(*m_scratch.Open()).size(), 3u);
         QCOMPARE(Admin("remove", {"--keyslot", "2"}).errors, QByteArray());
         QCOMPARE(List(), QJsonArray());
-        QCOMPARE(m_scratch.Open()->Users().size(), 2u);
+        QCOMPARE(volume::UsersOf(*m_scratch.Open()).size(), 2u);
         QCOMPARE(m_scratch.Open()->Objects().size(), 2u);
     }
 

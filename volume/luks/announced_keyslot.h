@@ -9,7 +9,7 @@
 namespace volume {
 
 // Whose keyslot it is. The header is written by these calls only as far as they say; they belong inside a
-// change and are made by Volume::AddKeyslot.
+// change and are made by Header::AddKeyslot.
 class KeyslotOwner
 {
 public:

@@ -15,7 +15,7 @@ enum class Error {
     HeaderUnreadable,
     ReadOnly,
     Busy,    // another program is changing the header
-    NoSpace, // Volume::RoomLeft tells what there is
+    NoSpace, // Header::RoomLeft tells what there is
     Vanished,
     DiskFault, // it cannot be read or written somewhere
     OutOfMemory,

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "volume/luks/header.h"
 
 namespace volume {
 namespace {
@@ -65,6 +66,26 @@ std::string EncodePolicy(const Policy &policy)
     if (policy.clockReset > 0)
         object["clockReset"] = policy.clockReset;
     return object.dump();
+}
+
+Policy PolicyOf(const Header &header)
+{
+    for (const Object &object : header.Objects(kPolicyObjectType)) {
+        if (const std::optional<Policy> policy = DecodePolicy(object.json))
+            return *policy;
+    }
+    return {};
+}
+
+Error SetPolicy(Header &header, const Policy &policy)
+{
+    return header.Change([&] {
+        const std::string json = EncodePolicy(policy);
+        const std::vector<Object> former = header.Objects(kPolicyObjectType);
+        int number = former.empty() ? -1 : former.front().number;
+        const Error error = former.empty() ? header.CheckRoom({0, 1, json.size()}) : Error::None;
+        return error == Error::None ? header.WriteObject(json, &number) : error;
+    });
 }
 
 bool IsLongEnough(const Policy &policy, const base::Secret &password)

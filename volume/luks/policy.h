@@ -10,9 +10,12 @@
 #include <string_view>
 
 #include "base/secret.h"
+#include "volume/luks/error.h"
 #include "volume/luks/user.h"
 
 namespace volume {
+
+class Header;
 
 inline constexpr char kPolicyObjectType[] = "pba-policy";
 inline constexpr std::uint32_t kMaxMinimumLength = 127; // the fields of the view take no more
@@ -40,6 +43,9 @@ struct Policy
 // range has its default.
 std::optional<Policy> DecodePolicy(std::string_view json);
 std::string EncodePolicy(const Policy &policy);
+
+Policy PolicyOf(const Header &header);
+[[nodiscard]] Error SetPolicy(Header &header, const Policy &policy);
 
 // Whether a new password has the minimum length.
 bool IsLongEnough(const Policy &policy, const base::Secret &password);

@@ -16,7 +16,7 @@
 namespace recovery {
 
 inline constexpr std::size_t kResponseLines = 2;
-inline constexpr std::size_t kResponseDigits = 16; // and the check digit
+using base::kResponseDigits;
 
 using ResponseLines = std::array<base::Secret, kResponseLines>;
 

@@ -7,63 +7,63 @@ namespace recovery {
 namespace {
 
 using volume::Error;
-using volume::Volume;
+using volume::Header;
 
 // With only those of their keyslots that open the volume.
-std::vector<Found> FindAll(const Volume &volume)
+std::vector<Found> FindAll(const Header &header)
 {
     std::vector<Found> all;
-    const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
-    for (const volume::Object &object : volume.Objects(kObjectType)) {
+    const std::optional<Bytes<16>> uuid = ParseUuid(header.Uuid());
+    for (const volume::Object &object : header.Objects(kObjectType)) {
         auto enrolment = uuid ? DecodeEnrolment(object.json, *uuid) : std::nullopt;
         if (!enrolment)
             continue;
-        enrolment->keyslots = volume.UsableKeyslots(enrolment->keyslots);
+        enrolment->keyslots = header.UsableKeyslots(enrolment->keyslots);
         all.push_back({std::move(*enrolment), object.number});
     }
     return all;
 }
 
-Error Write(Volume &volume, const Enrolment &enrolment, int *object)
+Error Write(Header &header, const Enrolment &enrolment, int *object)
 {
-    return volume.WriteObject(EncodeEnrolment(enrolment), object);
+    return header.WriteObject(EncodeEnrolment(enrolment), object);
 }
 
-Error UndoPending(Volume &volume, Found found)
+Error UndoPending(Header &header, Found found)
 {
     const int pending = *found.enrolment.pending;
-    if (volume.IsAnnounced(pending, volume::KeyCost::ForRandomSecret().ToText())) {
-        if (const Error error = volume.RemoveKeyslot(pending); error != Error::None)
+    if (header.IsAnnounced(pending, volume::KeyCost::ForRandomSecret().ToText())) {
+        if (const Error error = header.RemoveKeyslot(pending); error != Error::None)
             return error;
     }
     if (found.enrolment.keyslots.empty())
-        return volume.RemoveObject(found.object);
+        return header.RemoveObject(found.object);
     found.enrolment.pending.reset();
-    return Write(volume, found.enrolment, &found.object);
+    return Write(header, found.enrolment, &found.object);
 }
 
-std::vector<int> FormerKeyslots(const Volume &volume, const Found &found)
+std::vector<int> FormerKeyslots(const Header &header, const Found &found)
 {
-    return volume.FormerKeyslots(found.enrolment.keyslots, found.object);
+    return header.FormerKeyslots(found.enrolment.keyslots, found.object);
 }
 
-Error RemoveFormer(Volume &volume, const Found &found)
+Error RemoveFormer(Header &header, const Found &found)
 {
-    for (int keyslot : FormerKeyslots(volume, found)) {
-        if (const Error error = volume.RemoveKeyslot(keyslot); error != Error::None)
+    for (int keyslot : FormerKeyslots(header, found)) {
+        if (const Error error = header.RemoveKeyslot(keyslot); error != Error::None)
             return error;
     }
     return Error::None;
 }
 
-bool IsUnfinished(const Volume &volume, const Found &found)
+bool IsUnfinished(const Header &header, const Found &found)
 {
-    return found.enrolment.pending || !FormerKeyslots(volume, found).empty();
+    return found.enrolment.pending || !FormerKeyslots(header, found).empty();
 }
 
-Error Finish(Volume &volume, const Found &found)
+Error Finish(Header &header, const Found &found)
 {
-    return found.enrolment.pending ? UndoPending(volume, found) : RemoveFormer(volume, found);
+    return found.enrolment.pending ? UndoPending(header, found) : RemoveFormer(header, found);
 }
 
 // One way to a secret that is kept: the keyslot, the record, the object, each known to be there before the
@@ -71,9 +71,9 @@ Error Finish(Volume &volume, const Found &found)
 class SetUpRun final : public volume::KeyslotOwner
 {
 public:
-    SetUpRun(Volume &volume, const Identity &identity, const PublicKey &administrator, const Keep &keep)
-        : m_volume(volume)
-        , m_former(Find(volume))
+    SetUpRun(Header &header, const Identity &identity, const PublicKey &administrator, const Keep &keep)
+        : m_header(header)
+        , m_former(Find(header))
         , m_fresh{identity, administrator, {}, false, {}}
         , m_keep(keep)
         , m_object(m_former ? m_former->object : -1)
@@ -85,13 +85,13 @@ public:
     {
         // A renewal needs its keyslot for a moment only.
         const std::size_t bytes = EncodeEnrolment(m_fresh).size() + volume::kKeyslotBytes;
-        Error error = m_former ? Error::None : m_volume.CheckRoom({1, 1, bytes});
+        Error error = m_former ? Error::None : m_header.CheckRoom({1, 1, bytes});
         if (error == Error::None)
-            error = m_volume.AddKeyslot(volumeKey, PassphraseOf(m_secret), volume::KeyCost::ForRandomSecret(),
+            error = m_header.AddKeyslot(volumeKey, PassphraseOf(m_secret), volume::KeyCost::ForRandomSecret(),
                                         *this);
         if (error != Error::None)
             return error;
-        return RemoveFormer(m_volume, {m_fresh, m_object}) == Error::None ? Error::None
+        return RemoveFormer(m_header, {m_fresh, m_object}) == Error::None ? Error::None
                                                                           : Error::OldPasswordStays;
     }
 
@@ -99,7 +99,7 @@ public:
     {
         Enrolment announced = m_former ? m_former->enrolment : m_fresh;
         announced.pending = keyslot;
-        return Write(m_volume, announced, &m_object);
+        return Write(m_header, announced, &m_object);
     }
 
     Error Accept(int keyslot) override
@@ -110,7 +110,7 @@ public:
         if (m_former)
             accepted.keyslots.insert(accepted.keyslots.end(), m_former->enrolment.keyslots.begin(),
                                      m_former->enrolment.keyslots.end());
-        const Error error = Write(m_volume, accepted, &m_object);
+        const Error error = Write(m_header, accepted, &m_object);
         if (error == Error::None)
             m_fresh = accepted;
         return error;
@@ -118,11 +118,11 @@ public:
 
     Error Withdraw() override
     {
-        return m_former ? Write(m_volume, m_former->enrolment, &m_object) : m_volume.RemoveObject(m_object);
+        return m_former ? Write(m_header, m_former->enrolment, &m_object) : m_header.RemoveObject(m_object);
     }
 
 private:
-    Volume &m_volume;
+    Header &m_header;
     std::optional<Found> m_former;
     Enrolment m_fresh;
     const Keep &m_keep;
@@ -132,54 +132,54 @@ private:
 
 } // namespace
 
-std::optional<Found> Find(const Volume &volume)
+std::optional<Found> Find(const Header &header)
 {
-    for (Found &found : FindAll(volume)) {
+    for (Found &found : FindAll(header)) {
         if (!found.enrolment.keyslots.empty())
             return std::move(found);
     }
     return std::nullopt;
 }
 
-Error SetUp(Volume &volume, const base::Secret &volumeKey, const PublicKey &administrator, const Keep &keep)
+Error SetUp(Header &header, const base::Secret &volumeKey, const PublicKey &administrator, const Keep &keep)
 {
-    const std::optional<Bytes<16>> uuid = ParseUuid(volume.Uuid());
+    const std::optional<Bytes<16>> uuid = ParseUuid(header.Uuid());
     if (!uuid)
         return Error::Failed;
     Identity identity{*uuid, {}, {}};
     Randomise(identity.record);
     Randomise(identity.binding);
-    return volume.Change([&] {
-        const Error error = FinishPending(volume);
-        return error == Error::None ? SetUpRun(volume, identity, administrator, keep).Run(volumeKey) : error;
+    return header.Change([&] {
+        const Error error = FinishPending(header);
+        return error == Error::None ? SetUpRun(header, identity, administrator, keep).Run(volumeKey) : error;
     });
 }
 
-Error MarkUsed(Volume &volume, const Identity &identity)
+Error MarkUsed(Header &header, const Identity &identity)
 {
-    return volume.Change([&] {
-        for (Found &found : FindAll(volume)) {
+    return header.Change([&] {
+        for (Found &found : FindAll(header)) {
             if (found.enrolment.identity != identity)
                 continue;
             found.enrolment.used = true;
-            return Write(volume, found.enrolment, &found.object);
+            return Write(header, found.enrolment, &found.object);
         }
         return Error::None;
     });
 }
 
-Error FinishPending(Volume &volume)
+Error FinishPending(Header &header)
 {
     const auto unfinished = [&] {
-        std::vector<Found> all = FindAll(volume);
-        std::erase_if(all, [&](const Found &found) { return !IsUnfinished(volume, found); });
+        std::vector<Found> all = FindAll(header);
+        std::erase_if(all, [&](const Found &found) { return !IsUnfinished(header, found); });
         return all;
     };
     if (unfinished().empty())
         return Error::None;
-    return volume.Change([&] {
+    return header.Change([&] {
         for (const Found &found : unfinished()) {
-            if (const Error error = Finish(volume, found); error != Error::None)
+            if (const Error error = Finish(header, found); error != Error::None)
                 return error;
         }
         return Error::None;

@@ -85,15 +85,15 @@ std::string EncodeEnrolment(const Enrolment &enrolment)
         .dump();
 }
 
-std::vector<Enrolment> EnrolmentsOf(const volume::Volume &volume)
+std::vector<Enrolment> EnrolmentsOf(const volume::Header &header)
 {
     std::vector<int> opening;
-    for (const volume::Keyslot &keyslot : volume.Keyslots()) {
+    for (const volume::Keyslot &keyslot : header.Keyslots()) {
         if (keyslot.opensVolume)
             opening.push_back(keyslot.number);
     }
     std::vector<Enrolment> enrolments;
-    for (const volume::Object &object : volume.Objects(kEnrolmentType)) {
+    for (const volume::Object &object : header.Objects(kEnrolmentType)) {
         std::optional<Enrolment> enrolment = DecodeEnrolment(object);
         if (!enrolment)
             continue;

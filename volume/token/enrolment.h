@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "volume/token/session.h"
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 namespace token {
 
@@ -27,7 +27,7 @@ struct Enrolment
 std::optional<Enrolment> DecodeEnrolment(const volume::Object &object);
 std::string EncodeEnrolment(const Enrolment &enrolment);
 // Those of the volume whose keyslots open it; others cannot let anybody in.
-std::vector<Enrolment> EnrolmentsOf(const volume::Volume &volume);
+std::vector<Enrolment> EnrolmentsOf(const volume::Header &header);
 
 // Whether a passphrase opens the volume.
 using Opens = std::function<bool(const base::Secret &passphrase)>;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 #include <libcryptsetup.h>
 
+#include "volume/luks/user.h"
+
 namespace volume {
 
-std::vector<Object> Volume::Objects(std::string_view type) const
+std::vector<Object> Header::Objects(std::string_view type) const
 {
     std::vector<Object> objects;
     for (int number = 0; number < crypt_token_max(CRYPT_LUKS2); ++number) {
@@ -27,46 +29,26 @@ std::vector<Object> Volume::Objects(std::string_view type) const
     return objects;
 }
 
-Error Volume::WriteObject(const std::string &json, int *number)
+Error Header::WriteObject(const std::string &json, int *number)
 {
     return Change([&] { return m_writer.lock()->StoreObject(json, number); });
 }
 
-Error Volume::RemoveObject(int number)
+Error Header::RemoveObject(int number)
 {
     return Change([&] { return m_writer.lock()->DestroyObject(number); });
 }
 
-Room Volume::RoomLeft() const
+Room Header::RoomLeft() const
 {
     return MeasureRoom(m_device);
 }
 
-Error Volume::CheckRoom(const Room &needed) const
+Error Header::CheckRoom(const Room &needed) const
 {
     const Room whole{needed.keyslots + kReserve.keyslots, needed.objects + kReserve.objects,
                      needed.bytes + kReserve.bytes};
     return Fits(whole, RoomLeft()) ? Error::None : Error::NoSpace;
-}
-
-Policy Volume::GetPolicy() const
-{
-    for (const Object &object : Objects(kPolicyObjectType)) {
-        if (const std::optional<Policy> policy = DecodePolicy(object.json))
-            return *policy;
-    }
-    return {};
-}
-
-Error Volume::SetPolicy(const Policy &policy)
-{
-    return Change([&] {
-        const std::string json = EncodePolicy(policy);
-        const std::vector<Object> former = Objects(kPolicyObjectType);
-        int number = former.empty() ? -1 : former.front().number;
-        const Error error = former.empty() ? CheckRoom({0, 1, json.size()}) : Error::None;
-        return error == Error::None ? WriteObject(json, &number) : error;
-    });
 }
 
 } // namespace volume

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 #include <array>
 #include <cerrno>
@@ -100,7 +100,7 @@ void KeepDetail(int level, const char *message, void *detail)
 
 } // namespace
 
-Error Volume::Connect()
+Error Header::Connect()
 {
     // Only our own objects count; code from plug-ins has no business here.
     crypt_token_external_disable();
@@ -113,24 +113,24 @@ Error Volume::Connect()
     return Error::None;
 }
 
-Error Volume::Open(const std::string &path, std::unique_ptr<Volume> *volume)
+Error Header::Open(const std::string &path, std::unique_ptr<Header> *header)
 {
     bool looksLikeLuks2 = false;
     if (const Error error = Probe(path, &looksLikeLuks2); error != Error::None)
         return error;
     if (!looksLikeLuks2)
         return Error::NotLuks2;
-    std::unique_ptr<Volume> opened(new Volume(path));
+    std::unique_ptr<Header> opened(new Header(path));
     if (const Error error = opened->Connect(); error != Error::None)
         return error;
     if (const Error error = opened->Load(); error != Error::None)
         return error;
-    *volume = std::move(opened);
+    *header = std::move(opened);
     return Error::None;
 }
 
 // Also takes the place of what was read before.
-Error Volume::Load()
+Error Header::Load()
 {
     const int result = crypt_load(m_device, CRYPT_LUKS2, nullptr);
     if (result >= 0)
@@ -141,8 +141,17 @@ Error Volume::Load()
     return damaged ? Error::HeaderUnreadable : error;
 }
 
+Error Header::CheckWritable() const
+{
+    int file = -1;
+    const Error error = OpenForWriting(m_path, &file);
+    if (error == Error::None)
+        close(file);
+    return error == Error::None ? CheckChangeable(m_device) : error;
+}
+
 // A change within a change is part of the outer one, and it too starts from what the header holds now.
-Error Volume::BeginChange(std::shared_ptr<HeaderWriter> *writer, std::chrono::milliseconds patience)
+Error Header::BeginChange(std::shared_ptr<HeaderWriter> *writer, std::chrono::milliseconds patience)
 {
     Error error = Error::None;
     *writer = m_writer.lock();
@@ -157,9 +166,9 @@ Error Volume::BeginChange(std::shared_ptr<HeaderWriter> *writer, std::chrono::mi
     return error == Error::None ? CheckChangeable(m_device) : error;
 }
 
-Error Volume::Create(const std::string &path, std::unique_ptr<Volume> *volume)
+Error Header::Create(const std::string &path, std::unique_ptr<Header> *header)
 {
-    std::unique_ptr<Volume> created(new Volume(path));
+    std::unique_ptr<Header> created(new Header(path));
     if (const Error error = created->Connect(); error != Error::None)
         return error;
     crypt_params_luks2 params{}; // a sector size of 0 lets the library choose what suits the device
@@ -169,16 +178,16 @@ Error Volume::Create(const std::string &path, std::unique_ptr<Volume> *volume)
                               kVolumeKeyBytes, &params);
     if (result < 0)
         return created->Fault(result);
-    *volume = std::move(created);
+    *header = std::move(created);
     return Error::None;
 }
 
-Volume::~Volume()
+Header::~Header()
 {
     crypt_free(m_device);
 }
 
-std::string Volume::Uuid() const
+std::string Header::Uuid() const
 {
     const char *uuid = crypt_get_uuid(m_device);
     return uuid ? uuid : "";

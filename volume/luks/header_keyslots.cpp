@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "volume/luks/volume.h"
+#include "volume/luks/header.h"
 
 #include <algorithm>
 
 #include <libcryptsetup.h>
+
+#include "volume/luks/user.h"
 
 namespace volume {
 namespace {
@@ -31,7 +33,7 @@ bool Names(const Object &object, int keyslot)
 } // namespace
 
 // By an object other than the one of the number `besides`.
-bool Volume::IsNamed(int keyslot, int besides) const
+bool Header::IsNamed(int keyslot, int besides) const
 {
     const std::vector<Object> objects = Objects();
     return std::any_of(objects.begin(), objects.end(), [&](const Object &object) {
@@ -39,14 +41,14 @@ bool Volume::IsNamed(int keyslot, int besides) const
     });
 }
 
-bool Volume::IsAnnounced(int keyslot, const std::string &cost) const
+bool Header::IsAnnounced(int keyslot, const std::string &cost) const
 {
     KeyCost its;
     return OpensVolume(m_device, keyslot) && !IsNamed(keyslot) &&
            KeyCost::OfKeyslot(m_device, keyslot, &its) && its.ToText() == cost;
 }
 
-std::vector<int> Volume::OwnKeyslots(const std::vector<int> &keyslots, int object) const
+std::vector<int> Header::OwnKeyslots(const std::vector<int> &keyslots, int object) const
 {
     std::vector<int> own = UsableKeyslots(keyslots);
     std::erase_if(own, [&](int keyslot) { return IsNamed(keyslot, object); });
@@ -54,7 +56,7 @@ std::vector<int> Volume::OwnKeyslots(const std::vector<int> &keyslots, int objec
 }
 
 // Where the first is another's as well, nothing says what the others are.
-std::vector<int> Volume::FormerKeyslots(const std::vector<int> &keyslots, int object) const
+std::vector<int> Header::FormerKeyslots(const std::vector<int> &keyslots, int object) const
 {
     std::vector<int> former = OwnKeyslots(keyslots, object);
     if (former.empty() || former.front() != UsableKeyslots(keyslots).front())
@@ -63,14 +65,14 @@ std::vector<int> Volume::FormerKeyslots(const std::vector<int> &keyslots, int ob
     return former;
 }
 
-std::vector<int> Volume::UsableKeyslots(const std::vector<int> &keyslots) const
+std::vector<int> Header::UsableKeyslots(const std::vector<int> &keyslots) const
 {
     std::vector<int> usable = keyslots;
     std::erase_if(usable, [this](int keyslot) { return !OpensVolume(m_device, keyslot); });
     return usable;
 }
 
-std::vector<Keyslot> Volume::Keyslots() const
+std::vector<Keyslot> Header::Keyslots() const
 {
     std::vector<Keyslot> keyslots;
     for (int number = 0; number < kMaxKeyslots; ++number) {
@@ -81,7 +83,7 @@ std::vector<Keyslot> Volume::Keyslots() const
     return keyslots;
 }
 
-int Volume::FindFreeKeyslot() const
+int Header::FindFreeKeyslot() const
 {
     for (int keyslot = 0; keyslot < kMaxKeyslots; ++keyslot) {
         if (crypt_keyslot_status(m_device, keyslot) == CRYPT_SLOT_INACTIVE)
@@ -91,7 +93,7 @@ int Volume::FindFreeKeyslot() const
 }
 
 // A keyslot of a recovery or of a token is behind a secret that no person has in mind.
-bool Volume::IsWayIn(int keyslot) const
+bool Header::IsWayIn(int keyslot) const
 {
     const std::vector<Object> objects = Objects();
     return OpensVolume(m_device, keyslot) &&
@@ -100,7 +102,7 @@ bool Volume::IsWayIn(int keyslot) const
            });
 }
 
-bool Volume::LeavesWayIn(const std::vector<int> &withoutKeyslots) const
+bool Header::LeavesWayIn(const std::vector<int> &withoutKeyslots) const
 {
     for (int keyslot = 0; keyslot < kMaxKeyslots; ++keyslot) {
         if (std::count(withoutKeyslots.begin(), withoutKeyslots.end(), keyslot) == 0 && IsWayIn(keyslot))
@@ -109,7 +111,7 @@ bool Volume::LeavesWayIn(const std::vector<int> &withoutKeyslots) const
     return false;
 }
 
-Error Volume::OpenKeyslot(int keyslot, const base::Secret &passphrase, base::Secret *volumeKey)
+Error Header::OpenKeyslot(int keyslot, const base::Secret &passphrase, base::Secret *volumeKey)
 {
     KeyCost cost;
     if (!OpensVolume(m_device, keyslot))
@@ -122,7 +124,7 @@ Error Volume::OpenKeyslot(int keyslot, const base::Secret &passphrase, base::Sec
     return result < 0 ? Fault(result) : Error::None;
 }
 
-Error Volume::Authorise(const base::Secret &passphrase, base::Secret *volumeKey,
+Error Header::Authorise(const base::Secret &passphrase, base::Secret *volumeKey,
                         const std::vector<int> &except)
 {
     Error answer = Error::WrongPassword;
@@ -139,25 +141,29 @@ Error Volume::Authorise(const base::Secret &passphrase, base::Secret *volumeKey,
 }
 
 // As the next start will see it.
-Error Volume::ProveKeyslot(int keyslot, const base::Secret &passphrase) const
+Error Header::ProveKeyslot(int keyslot, const base::Secret &passphrase) const
 {
-    std::unique_ptr<Volume> fresh;
+    std::unique_ptr<Header> fresh;
     Error error = Open(m_path, &fresh);
     if (error == Error::None)
         error = fresh->OpenKeyslot(keyslot, passphrase, nullptr);
     return error == Error::WrongPassword ? Error::NotProven : error;
 }
 
-Error Volume::DestroyKeyslots(const std::vector<int> &keyslots)
+Error Header::DestroyKeyslots(const std::vector<int> &keyslots)
 {
-    for (int keyslot : keyslots) {
-        if (const Error error = m_writer.lock()->DestroyKeyslot(keyslot); error != Error::None)
-            return error;
-    }
-    return Error::None;
+    if (keyslots.empty())
+        return Error::None;
+    return Change([&] {
+        for (int keyslot : keyslots) {
+            if (const Error error = m_writer.lock()->DestroyKeyslot(keyslot); error != Error::None)
+                return error;
+        }
+        return Error::None;
+    });
 }
 
-Error Volume::AddKeyslot(const base::Secret &volumeKey, const base::Secret &passphrase, KeyCost cost,
+Error Header::AddKeyslot(const base::Secret &volumeKey, const base::Secret &passphrase, KeyCost cost,
                          KeyslotOwner &owner)
 {
     return Change([&] {
@@ -187,7 +193,7 @@ Error Volume::AddKeyslot(const base::Secret &volumeKey, const base::Secret &pass
 
 // A write that failed may have reached the disk or a part of it, so what the header holds now decides. What
 // fails here as well stays announced, and FinishPending does it later.
-Error Volume::UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner)
+Error Header::UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner)
 {
     return Change([&] {
         Error error = owner.Announce(keyslot, cost); // it may have been accepted
@@ -197,7 +203,7 @@ Error Volume::UndoKeyslot(int keyslot, const KeyCost &cost, KeyslotOwner &owner)
     });
 }
 
-Error Volume::RemoveKeyslot(int keyslot)
+Error Header::RemoveKeyslot(int keyslot)
 {
     return Change([&] {
         return IsWayIn(keyslot) && !LeavesWayIn({keyslot}) ? Error::LastWayIn : DestroyKeyslots({keyslot});
