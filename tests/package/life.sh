@@ -5,9 +5,9 @@
 set -euo pipefail
 packages=$1
 thorough=${2:-}
-name=pba_packages
-home=/tmp/$name
-mkdir -m 755 -p "$SYSTEM$home/root/pba"
+home=/tmp/pba_packages
+umask 022
+mkdir -p "$SYSTEM$home/root/pba"
 cp "$packages"/first/*.deb "$packages"/next/*.deb "$SYSTEM$home"
 chmod 755 "$SYSTEM/tmp"
 fail() { printf '%s\n' "$@" >&2; exit 1; }
@@ -52,8 +52,7 @@ log_on_at_terminal()
 # Nobody types here: the view logs on by its file.
 log_on_at_screen()
 {
-    quietly inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$home" \
-        pba_host --root "$home/root" --volume "$home/volume" --allow-autologon
+    quietly inside env QT_QPA_PLATFORM=offscreen pba_host --root "$home/root" --volume "$home/volume" --allow-autologon
 }
 
 use()
