@@ -11,6 +11,7 @@
 #include "host/log.h"
 #include "host/service/deciders.h"
 #include "host/service/exit_codes.h"
+#include "host/service/runtime_directory.h"
 #include "host/service/screen_commands.h"
 #include "host/service/screen_keeper.h"
 #include "host/service/stop_signals.h"
@@ -100,6 +101,7 @@ int Main(int argc, char **argv)
     const std::string tokenUser = FindTokenUser(line->tokenUser, &fault);
     if (!fault.empty())
         return Refuse(fault);
+    const RuntimeDirectory runtime(user);
     const Terminals terminals;
     std::vector<ScreenCommand> screens = ScreenCommands(*line, user, terminals.IsTerminal());
     if (screens.empty())
