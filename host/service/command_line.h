@@ -6,6 +6,10 @@
 #include <optional>
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace host {
 
 struct CommandLine
@@ -27,6 +31,9 @@ struct CommandLine
     bool text = false;
     std::string screenUser;
 };
+
+// Also makes the manual. `line` must outlive the parsing.
+void Describe(CLI::App *app, CommandLine *line);
 
 // Nothing when the program is to end with `*exitCode`: after --help and --version, which write to standard
 // output, and after a fault, one line on standard error.

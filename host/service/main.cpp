@@ -105,7 +105,9 @@ int Main(int argc, char **argv)
     if (screens.empty())
         return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
     ScreenKeeper keeper(terminals, signals.Number(), std::move(screens));
-    return RunHost(*line, TokenOptionsFor(*line, tokenUser), &keeper);
+    exitCode = RunHost(*line, TokenOptionsFor(*line, tokenUser), &keeper);
+    HandedFiles::RemoveUnwritten();
+    return exitCode;
 }
 
 } // namespace
