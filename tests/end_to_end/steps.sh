@@ -81,6 +81,7 @@ expect_secrecy()
         ls "$report.$program".* >/dev/null || fail "The memory of $program was not scanned."
     done
     for each in "$report".*; do
+        [[ $each != *.pba_token.* ]] || continue # is killed, and has no moment to look
         [ "$(tail -n 1 "$each")" = scanned ] || fail "The memory was not scanned: $each."
         ! grep -H ' in ' "$each" >&2 || fail "Pieces of secrets are left in the memory."
     done
