@@ -4,12 +4,12 @@
 # prints what the person is left with. Inside an X server: tests/support/under_xvfb.sh tools/kill_table/kill_table.sh ...
 # READER is build/gcc/bin/libscreen_reader.so.
 bin=$1
-reader=$2
-. "$(dirname "$0")/../../tests/end_to_end/steps.sh"
+steps=$(dirname "$0")/../../tests/end_to_end
+. "$steps/steps.sh"
+. "$steps/shown.sh"
 password='Xq7-Zv2 Kw9=Jh4b'
-screen=$work/screen
-preload=$reader
-export SCREEN_READER_REPORT=$screen
+read_screen "$2"
+pages=(login change_password recovery_entropy recovery_challenge recovery_response test_boot)
 
 prepare "$password"
 : >"$work/root/pba/last_usr.txt"
@@ -20,11 +20,8 @@ printf '%s\n' 'correct horse' | "$bin/pba_admin" recovery keygen --out "$work/ke
 printf '%s\n' "$password" | "$bin/pba_admin" recovery enroll --volume "$work/volume.img" --machine here \
     --admin-key "$work/keys/recovery.pub" --escrow "$work/escrow" --password-stdin
 
-seen() { flock -s "$screen" cat "$screen" 2>/dev/null; }
-shows() { seen | cut -f 4 | grep -F -- "$1" >/dev/null; }
-click_on() { xdotool mousemove $(seen | awk -F '\t' -v name="$1" '$1 == name { print $2, $3 }') click 1; }
-page_index() { grep -o 'Screen index: [0-9]*' "$log" | tail -n 1; }
-on_page() { [ "$(page_index)" = "Screen index: $1" ]; }
+current_page() { echo "${pages[$(sed -n 's/.*Screen index: \([0-9]*\).*/\1/p' "$log" | tail -n 1)]}"; }
+on_page() { [ "$(current_page)" = "$1" ]; }
 first_pages() { grep -cF $'pba::QtViewImpl::InitBusinessLogic\tEND: 0x00000000' "$log"; }
 first_page_again() { [ "$(first_pages)" -eq 2 ]; }
 screen_ended() { ! kill -0 "$1" 2>/dev/null; }
@@ -32,35 +29,33 @@ screen_ended() { ! kill -0 "$1" 2>/dev/null; }
 reach()
 {
     case $1 in
-    login) ;;
+    login | test_boot) ;;
     message)
         log_on OFFICE boris 'no'
         wait_for "the message" message_has_focus
         ;;
-    password_change)
-        wait_for "the page" shows 'assword change'
+    change_password)
         type_text OFFICE
         xdotool key Tab
         type_text boris
         xdotool key Tab
         type_text "$password"
         click_on changePasswordButton
-        wait_for "the page" on_page 1
         ;;
-    recovery)
+    recovery_*)
         wait_for "the page" shows 'Forgot your password?'
         click_on startPasswordRecoveryButton
-        wait_for "the message" message_has_focus
-        xdotool key Return
-        wait_for "the page" on_page 2
+        close_message
+        [ "$1" = recovery_entropy ] || gather_entropy
+        [ "$1" != recovery_response ] || xdotool key Return
         ;;
-    test_boot) wait_for "the page" on_page 5 ;;
     derivation)
         log_on OFFICE boris "$password"
         wait_for "the derivation" logged $'pba::QtViewImpl::OnLogin\tBEGIN'
         sleep 1
         ;;
     esac
+    case $1 in message | derivation) ;; *) wait_for "the page" on_page "$1" ;; esac
 }
 
 # After the screen: which page comes, and whether one can still log on there.
@@ -70,7 +65,7 @@ kill_screen()
     wait_for "the next screen" first_page_again
     wait_for "its focus" has_focus
     dialog=$(focus)
-    said="a new screen with $(page_index)"
+    said="a new screen: $(current_page)"
     if [ "$1" = test_boot ]; then
         xdotool key Return
     else
@@ -102,8 +97,8 @@ log_on_anew()
     fi
 }
 
-printf '%-16s %-8s %-4s %s\n' page killed code 'what the person is left with'
-for page in login message password_change recovery test_boot derivation; do
+printf '%-18s %-8s %-4s %s\n' page killed code 'what the person is left with'
+for page in "${pages[@]}" message derivation; do
     for victim in screen service; do
         options=()
         [ "$page" != test_boot ] || options=(--test-boot)
@@ -114,6 +109,6 @@ for page in login message password_change recovery test_boot derivation; do
         reach "$page"
         "kill_$victim" "$page"
         host=
-        printf '%-16s %-8s %-4s %s\n' "$page" "$victim" "$code" "$said"
+        printf '%-18s %-8s %-4s %s\n' "$page" "$victim" "$code" "$said"
     done
 done
