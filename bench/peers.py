@@ -19,6 +19,8 @@ from measure import cost, tree
 ROUNDS = 7
 STILL = 0.7  # seconds without a change: the page stands
 PATIENCE = 20
+LINE = 1024 * 4  # bytes
+CURSOR = 40  # lines
 
 
 class Display:
@@ -41,13 +43,19 @@ class Display:
         self.directory.cleanup()
 
 
+def has_changed(shown, now):
+    """More than a cursor that blinks."""
+    lines = (slice(at, at + LINE) for at in range(len(now) % LINE, len(now), LINE))
+    return now != shown and sum(now[line] != shown[line] for line in lines) > CURSOR
+
+
 def watch(picture, before, start):
     """When the picture changed for the first and for the last time, in milliseconds."""
     first = last = None
     shown = before
     while time.monotonic() - (last or start) < (STILL if last else PATIENCE):
         now = picture.read_bytes()
-        if now != shown:
+        if has_changed(shown, now):
             shown, last = now, time.monotonic()
             first = first or last
         time.sleep(0.002)

@@ -39,6 +39,11 @@ Confinement ForScreen(const std::string &root, const std::string &programs, bool
 // What pba_text works with: its texts in ROOT/pba, and what the system's libraries read.
 Confinement ForTerminal(const std::string &root);
 
+// What every process has to do without: another user's rights, capabilities, new ones by programs, inherited
+// descriptors other than these, dumps and tracing. As Confine, which does more.
+[[nodiscard]] bool RenounceRights(const std::string &user, const std::vector<int> &descriptors,
+                                  std::string *fault);
+
 // Before the process has more than one thread. For good; `fault` says in one line without a full stop what
 // could not be done, and then the process must end, for some of it may have been.
 [[nodiscard]] bool Confine(const Confinement &confinement, std::string *fault);

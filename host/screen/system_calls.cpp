@@ -90,6 +90,37 @@ constexpr int kDisplayCalls[] = {
     SCMP_SYS(connect), SCMP_SYS(shmat), SCMP_SYS(shmctl), SCMP_SYS(shmdt), SCMP_SYS(shmget),
 };
 
+// Programs, other processes, name spaces, and parts of the kernel that no library of tokens works with.
+constexpr int kTamperingCalls[] = {
+    SCMP_SYS(add_key),
+    SCMP_SYS(bpf),
+    SCMP_SYS(chroot),
+    SCMP_SYS(execve),
+    SCMP_SYS(execveat),
+    SCMP_SYS(io_uring_setup),
+    SCMP_SYS(kcmp),
+    SCMP_SYS(keyctl),
+    SCMP_SYS(mount),
+    SCMP_SYS(move_mount),
+    SCMP_SYS(name_to_handle_at),
+    SCMP_SYS(open_by_handle_at),
+    SCMP_SYS(perf_event_open),
+    SCMP_SYS(pidfd_getfd),
+    SCMP_SYS(pidfd_send_signal),
+    SCMP_SYS(pivot_root),
+    SCMP_SYS(process_madvise),
+    SCMP_SYS(process_vm_readv),
+    SCMP_SYS(process_vm_writev),
+    SCMP_SYS(ptrace),
+    SCMP_SYS(request_key),
+    SCMP_SYS(rt_sigqueueinfo),
+    SCMP_SYS(rt_tgsigqueueinfo),
+    SCMP_SYS(setns),
+    SCMP_SYS(tkill),
+    SCMP_SYS(unshare),
+    SCMP_SYS(userfaultfd),
+};
+
 class Filter
 {
 public:
@@ -124,6 +155,12 @@ public:
         const scmp_arg_cmp comparisons[] = {{0, SCMP_CMP_MASKED_EQ, kInt, domain},
                                             {2, SCMP_CMP_MASKED_EQ, kInt, protocol}};
         Keep(seccomp_rule_add_array(m_context.get(), SCMP_ACT_ALLOW, SCMP_SYS(socket), 2, comparisons));
+    }
+    // Where an argument, an int, is any other than this one.
+    void AnswerUnless(int call, std::uint64_t argument, int error)
+    {
+        const scmp_arg_cmp comparison{0, SCMP_CMP_NE, argument, 0};
+        Keep(seccomp_rule_add_array(m_context.get(), SCMP_ACT_ERRNO(error), call, 1, &comparison));
     }
     // 0, or the first error there was.
     int Load()
@@ -188,7 +225,25 @@ void AllowDisplayServer(Filter *filter)
     filter->AllowSocket(AF_UNIX, 0);
 }
 
+bool Load(Filter *filter, std::string *fault)
+{
+    const int error = filter->Load();
+    if (error != 0)
+        *fault = std::string("system calls cannot be restricted: ") + std::strerror(-error);
+    return error == 0;
+}
+
 } // namespace
+
+bool ForbidTampering(std::string *fault)
+{
+    Filter filter(SCMP_ACT_ALLOW);
+    for (const int call : kTamperingCalls)
+        filter.Answer(call, EPERM);
+    for (const int call : {SCMP_SYS(kill), SCMP_SYS(tgkill)})
+        filter.AnswerUnless(call, static_cast<std::uint64_t>(getpid()), EPERM);
+    return Load(&filter, fault);
+}
 
 bool RestrictSystemCalls(const Confinement &confinement, std::string *fault)
 {
@@ -207,10 +262,7 @@ bool RestrictSystemCalls(const Confinement &confinement, std::string *fault)
         AllowInputAndFramebuffer(&filter);
     if (confinement.displayServer)
         AllowDisplayServer(&filter);
-    const int error = filter.Load();
-    if (error != 0)
-        *fault = std::string("system calls cannot be restricted: ") + std::strerror(-error);
-    return error == 0;
+    return Load(&filter, fault);
 }
 
 } // namespace host

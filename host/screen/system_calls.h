@@ -13,4 +13,8 @@ namespace host {
 // process can be started, no program executed.
 [[nodiscard]] bool RestrictSystemCalls(const Confinement &confinement, std::string *fault);
 
+// For code of others that needs much: all but what serves to get at other processes, programs and the kernel.
+// Those calls fail as if they were not permitted.
+[[nodiscard]] bool ForbidTampering(std::string *fault);
+
 } // namespace host
