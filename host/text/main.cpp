@@ -55,5 +55,6 @@ int main(int argc, char **argv)
     std::string fault;
     if (!PutUpWalls(*options, &fault))
         return Refuse(fault.c_str(), host::kScreenCannotStand);
+    base::LockMemory();
     return Talk(*options);
 }

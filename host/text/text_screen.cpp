@@ -8,21 +8,9 @@
 #include "host/screen/prompts.h"
 
 namespace text {
-namespace {
 
 using base::Secret;
 using protocol::VolumeError;
-
-std::string InGroups(const std::string &line)
-{
-    constexpr std::size_t kGroup = 4;
-    std::string groups = " ";
-    for (std::size_t i = 0; i < line.size(); i += kGroup)
-        groups += " " + line.substr(i, kGroup);
-    return groups;
-}
-
-} // namespace
 
 TextScreen::TextScreen(protocol::Client &client, const Terminal &terminal, const host::Catalogue &catalogue)
     : m_client(client)
@@ -152,7 +140,7 @@ TextScreen::Next TextScreen::ShowChallenge(std::size_t entropyBytes)
         return Forget();
     SayLine(m_catalogue.Get(host::kReadOut));
     for (const protocol::CodeLine &line : reply->challenge)
-        SayLine(InGroups(line.text));
+        SayLine("  " + base::InGroups(line.text));
     return AskResponse();
 }
 
@@ -161,11 +149,9 @@ std::optional<Secret> TextScreen::AskCodeLine(std::size_t row)
 {
     const std::string prompt = m_catalogue.Get(host::kResponsePrompt, std::to_string(row + 1));
     while (auto line = m_terminal.Ask(prompt, Echo::On)) {
-        auto code = base::NormaliseCode(line->View());
-        const int place = base::kFirstResponseRow + static_cast<int>(row);
         if (line->IsEmpty())
             return line;
-        if (code && base::IsCodeString(code->View(), base::kResponseDigits, place))
+        if (auto code = base::NormaliseResponse(line->View(), row))
             return code;
         SayLine(m_catalogue.Get(host::kLineWrong));
     }

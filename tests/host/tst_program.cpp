@@ -2,10 +2,12 @@
 // pba_host as a program: its command line and its exit codes, with a scripted module in place of the view.
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <QDir>
 
+#include "host/service/handed_files.h"
 #include "host/service/login_throttle.h"
 #include "pbe/files.h"
 #include "tests/host/scratch_volume.h"
@@ -98,6 +100,31 @@ private slots:
         }
     }
 
+    // Whatever stands where the view's files should be: only files are handed over, and none that lies
+    // elsewhere to be written.
+    void handedFiles()
+    {
+        const ScreenRoot root;
+        PbeSetFileRoot(root.path().toUtf8());
+        QCOMPARE(Handed(), QByteArrayList()); // there is not even the directory
+        const QDir pba(root.filePath("pba"));
+        pba.mkpath(".");
+        QCOMPARE(Handed(), QByteArrayList{"last_dmn.txt rw"});
+        QVERIFY(pba.isEmpty()); // nothing was written
+        WriteFile(root.filePath("elsewhere"), "");
+        mkfifo(pba.filePath("settings.bin").toUtf8(), S_IRUSR | S_IWUSR);
+        pba.mkpath("autolgn.txt");
+        QVERIFY(QFile::link(root.filePath("elsewhere"), pba.filePath("last_usr.txt")));
+        QVERIFY(QFile::link("/dev/zero", pba.filePath("last_dmn.txt")));
+        QCOMPARE(Handed(), QByteArrayList{"last_usr.txt r"});
+        for (const char *name : {"settings.bin", "last_usr.txt", "last_dmn.txt"}) {
+            QVERIFY(QFile::remove(pba.filePath(name)));
+            WriteFile(pba.filePath(name), "");
+        }
+        QCOMPARE(Handed(), (QByteArrayList{"settings.bin r", "last_usr.txt rw", "last_dmn.txt rw"}));
+        QVERIFY(QFile::exists(pba.filePath("last_dmn.txt")));
+    }
+
     void wrongUsage()
     {
         CompareFailure(Run(PBA_HOST, {}), 2, "--root is required");
@@ -148,6 +175,21 @@ private:
         return process.exitStatus() == QProcess::NormalExit && process.readAllStandardOutput().isEmpty()
                    ? process.exitCode()
                    : -1;
+    }
+    // What a screen gets while automatic logons are allowed, by name, and what for; then nothing more is
+    // left.
+    static QByteArrayList Handed()
+    {
+        QByteArrayList found;
+        const host::HandedFiles files(true);
+        const std::vector<int> descriptors = files.Descriptors();
+        for (std::size_t i = 0; i < descriptors.size(); ++i) {
+            const QByteArray word = files.Arguments()[2 * i + 1].c_str();
+            const bool writable = (fcntl(descriptors[i], F_GETFL) & O_ACCMODE) == O_RDWR;
+            found += word.first(word.indexOf('=')) + (writable ? " rw" : " r");
+        }
+        host::HandedFiles::RemoveUnwritten();
+        return found;
     }
     static QByteArray Utf16(QStringView text)
     {
