@@ -29,6 +29,7 @@ for platform in offscreen xcb; do
     "$bin/bench_start" "$platform" "$bin/libbench_paint_probe.so" "$bin/bench_bare_dialog" \
         "$bin/pba_host" --root "$demo/root" --volume "$demo/volume.img"
 done
+"$bin/bench_wait_sign" "$demo"
 "$bin/bench_parts"
 QT_QPA_PLATFORM=offscreen "$bin/bench_parts" --benchmark_filter=Page
 "$bin/bench_escrow"
