@@ -46,6 +46,8 @@ for platform in offscreen xcb; do
     QT_QPA_PLATFORM=$platform bench/measure.py "$platform" "$bin" "$demo/demo/root" "$demo/demo/volume.img" \
         --json "$demo/last.json" 2>"$demo/errors" || fail "$(cat "$demo/errors")"
 done
+"$bin/bench_request"
+QT_QPA_PLATFORM=xcb "$bin/bench_wait_sign" "$demo"
 QT_QPA_PLATFORM=xcb "$bin/bench_parts"
 QT_QPA_PLATFORM=offscreen "$bin/bench_parts" --benchmark_filter=Page
 "$bin/bench_escrow"

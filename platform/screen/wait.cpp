@@ -19,7 +19,8 @@ using namespace std::chrono_literals;
 
 // A wait that nobody notices needs no sign.
 constexpr auto kDelay = 300ms;
-constexpr auto kPause = 40ms;
+// Short, since a processor that is shared with the work adds to it.
+constexpr auto kPause = 20ms;
 
 enum class Readiness { NotYet, Ready, Unusable };
 

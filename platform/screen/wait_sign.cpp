@@ -16,6 +16,7 @@ constexpr int kDots = 8;
 constexpr int kSize = 28;
 constexpr qreal kDotSize = 4.5;
 constexpr qreal kFullTurn = 360;
+constexpr qint64 kTurnTime = 1200; // milliseconds
 // Above the bottom, of the window's height: under the pages and buttons, over the bottom row.
 constexpr int kShareBelow = 12;
 constexpr QRgb kColour = 0xFF006400;
@@ -48,6 +49,7 @@ WaitSign::WaitSign()
     setObjectName(u"waitSign"_qs);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     resize(kSize, kSize);
+    m_turning.start();
 }
 
 WaitSign::~WaitSign()
@@ -77,7 +79,6 @@ void WaitSign::Turn()
 {
     if (!FindPlace())
         return;
-    m_step = (m_step + 1) % kDots;
     repaint();
     PaintPendingNow();
 }
@@ -89,7 +90,7 @@ void WaitSign::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.translate(rect().toRectF().center());
-    painter.rotate(m_step * kFullTurn / kDots);
+    painter.rotate(kFullTurn * static_cast<qreal>(m_turning.elapsed() % kTurnTime) / kTurnTime);
     constexpr qreal kRadius = (kSize - kDotSize) / 2;
     for (int dot = 0; dot < kDots; ++dot) {
         QColor colour = QColor::fromRgba(kColour);

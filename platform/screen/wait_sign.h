@@ -3,6 +3,7 @@
 // front. It is a part of that window, since to show one of its own would have the toolkit deliver events.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 namespace pbe {
@@ -16,8 +17,8 @@ public:
     WaitSign(const WaitSign &) = delete;
     WaitSign &operator=(const WaitSign &) = delete;
 
-    // Paints the next picture, on the display when this returns. Does nothing while there is no window to be
-    // seen on.
+    // Paints the picture of this moment, on the display when this returns. Does nothing while there is no
+    // window to be seen on.
     void Turn();
 
 protected:
@@ -26,7 +27,7 @@ protected:
 private:
     bool FindPlace();
 
-    int m_step = 0;
+    QElapsedTimer m_turning;
 };
 
 } // namespace pbe
