@@ -6,6 +6,7 @@
 #include "platform/screen/busy.h"
 #include "platform/devices/hot_plug.h"
 #include "platform/input/keyboard.h"
+#include "platform/input/type_ahead.h"
 #include "platform/screen/pointer.h"
 #include "platform/screen/repaint_gate.h"
 #include "platform/stop.h"
@@ -21,7 +22,8 @@ struct Application
     StopWatch stop;
     RepaintGate repaint;
     Pointer pointer;
-    Keyboard keyboard;
+    TypeAhead typeAhead;
+    Keyboard keyboard{typeAhead};
     Busy busy;
     HotPlug hotPlug;
     HostWatch hostWatch;

@@ -68,7 +68,7 @@ int ExitCode(const UnlockSession &unlockSession, const ScreenKeeper &keeper)
     return why.empty() ? exitCode : Refuse(why, exitCode);
 }
 
-int RunHost(const CommandLine &line, ScreenKeeper *keeper)
+int RunHost(const CommandLine &line, TokenOptions tokens, ScreenKeeper *keeper)
 {
     std::unique_ptr<volume::Header> header;
     volume::Error error = volume::Error::None;
@@ -81,7 +81,7 @@ int RunHost(const CommandLine &line, ScreenKeeper *keeper)
                       error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
     }
     Deciders deciders(line, *header);
-    Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed);
+    Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed, std::move(tokens));
     keeper->Run(service);
     return ExitCode(deciders.unlockSession, *keeper);
 }
@@ -97,6 +97,7 @@ int Main(int argc, char **argv)
         return Refuse(line->log + ": cannot be written; give --log another file");
     std::string fault;
     const std::string user = FindScreenUser(line->screenUser, &fault);
+    const std::string tokenUser = FindTokenUser(line->tokenUser, &fault);
     if (!fault.empty())
         return Refuse(fault);
     const Terminals terminals;
@@ -104,7 +105,9 @@ int Main(int argc, char **argv)
     if (screens.empty())
         return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
     ScreenKeeper keeper(terminals, signals.Number(), std::move(screens));
-    return RunHost(*line, &keeper);
+    exitCode = RunHost(*line, TokenOptionsFor(*line, tokenUser), &keeper);
+    HandedFiles::RemoveUnwritten();
+    return exitCode;
 }
 
 } // namespace

@@ -68,7 +68,8 @@ const layouts::Layout *FindLayout(const QString &identifier)
 
 } // namespace
 
-Keyboard::Keyboard()
+Keyboard::Keyboard(TypeAhead &typeAhead)
+    : m_typeAhead(typeAhead)
 {
     qApp->installEventFilter(this);
     if (QGuiApplication::platformName() == u"linuxfb") {
@@ -129,17 +130,44 @@ bool Keyboard::eventFilter(QObject *receiver, QEvent *event)
     if (type != QEvent::KeyPress && type != QEvent::KeyRelease && type != QEvent::ShortcutOverride)
         return false;
     auto *keyEvent = static_cast<QKeyEvent *>(event);
-    if (event == m_sent || !receiver->isWindowType() || keyEvent->nativeScanCode() == 0)
+    if (event == m_sent || !receiver->isWindowType())
         return false;
-    if (type != QEvent::ShortcutOverride) {
-        m_states.Note(*keyEvent);
-        ShowLocks();
+    if (m_typeAhead.Takes(*keyEvent)) {
+        Follow(*keyEvent);
+        event->accept();
+        return true;
     }
-    PutInForce();
+    if (keyEvent->nativeScanCode() == 0)
+        return false;
+    Note(*keyEvent);
     if (!m_keymap)
         return false;
     Translate(receiver, keyEvent);
     return true;
+}
+
+// For every event of a key with a scan code, before it is read.
+void Keyboard::Note(const QKeyEvent &event)
+{
+    if (event.type() != QEvent::ShortcutOverride) {
+        m_states.Note(event);
+        ShowLocks();
+    }
+    PutInForce();
+}
+
+// A key that has no effect may choose among the characters of another, or be a lock.
+void Keyboard::Follow(const QKeyEvent &event)
+{
+    if (event.nativeScanCode() == 0)
+        return;
+    Note(event);
+    if (!m_keymap || event.isAutoRepeat())
+        return;
+    if (event.type() == QEvent::KeyPress)
+        m_states.Press(event.nativeScanCode(), HowToRead(event));
+    else if (event.type() == QEvent::KeyRelease)
+        m_states.Release(event.nativeScanCode());
 }
 
 void Keyboard::ShowLocks()

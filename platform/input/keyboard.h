@@ -16,6 +16,7 @@
 #include "platform/layouts/composer.h"
 #include "platform/layouts/keymap.h"
 #include "platform/input/lock_lights.h"
+#include "platform/input/type_ahead.h"
 
 namespace pbe {
 
@@ -31,7 +32,7 @@ struct Reading
 class Keyboard : public QObject
 {
 public:
-    Keyboard();
+    explicit Keyboard(TypeAhead &typeAhead);
 
     // An unknown identifier leaves the layout in force and is logged.
     void SetLayout(const QString &identifier);
@@ -44,7 +45,9 @@ protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
+    void Note(const QKeyEvent &event);
     void ShowLocks();
+    void Follow(const QKeyEvent &event);
     void Translate(QObject *window, QKeyEvent *event);
     HeldKey HowToRead(const QKeyEvent &event) const;
     bool Compose(QObject *window, const QKeyEvent &event, Reading &reading);
@@ -53,6 +56,7 @@ private:
 
     void PutInForce();
 
+    TypeAhead &m_typeAhead;
     KeyStates m_states;
     // Only where the window system leaves the lights alone.
     std::optional<LockLights> m_lights;

@@ -16,6 +16,11 @@ void PaintWindowsNow()
         if (window->isVisible())
             window->repaint();
     }
+    PaintPendingNow();
+}
+
+void PaintPendingNow()
+{
     // On a framebuffer the windows are put together, and the cursor drawn, by an update of the screen itself.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
     x11::Synchronize();

@@ -6,5 +6,7 @@ namespace pbe {
 
 // Everything that the application has to show is on the display when this returns.
 void PaintWindowsNow();
+// What is to be painted anew, and nothing else.
+void PaintPendingNow();
 
 } // namespace pbe

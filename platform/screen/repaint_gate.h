@@ -16,6 +16,7 @@ public:
     void Close();
     // Paints every window at once.
     void Open();
+    bool IsClosed() const { return m_closed; }
 
 protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;

@@ -53,4 +53,32 @@ void ShowPointer(bool show)
     xcb_flush(connection);
 }
 
+// To a window that nobody else knows, which is gone by the time that the message comes.
+std::uint32_t SendMarker()
+{
+    xcb_connection_t *connection = Connection();
+    if (!connection)
+        return 0;
+    const xcb_window_t window = xcb_generate_id(connection);
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 8;
+    message.window = window;
+    message.type = XCB_ATOM_INTEGER;
+    xcb_send_event(connection, false, window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char *>(&message));
+    xcb_destroy_window(connection, window);
+    xcb_flush(connection);
+    return window;
+}
+
+bool IsMarker(const void *event, std::uint32_t marker)
+{
+    const auto *message = static_cast<const xcb_client_message_event_t *>(event);
+    return (message->response_type & ~0x80) == XCB_CLIENT_MESSAGE && message->window == marker;
+}
+
 } // namespace pbe::x11

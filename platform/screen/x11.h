@@ -3,6 +3,7 @@
 // every call does nothing.
 #pragma once
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 
@@ -31,5 +32,11 @@ xcb_connection_t *Connection();
 void Synchronize();
 
 void ShowPointer(bool show);
+
+// Has the server send this program a message, which comes behind all events that were on their way. Its name;
+// 0 without X11.
+std::uint32_t SendMarker();
+// Whether a native event is that message.
+bool IsMarker(const void *event, std::uint32_t marker);
 
 } // namespace pbe::x11

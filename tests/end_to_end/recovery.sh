@@ -14,15 +14,16 @@ screen=$work/screen
 preload=$reader
 export SCREEN_READER_REPORT=$screen
 
-shows() { cut -f 4 "$screen" 2>/dev/null | grep -qF -- "$1"; }
+seen() { flock -s "$screen" cat "$screen" 2>/dev/null; }
+shows() { seen | cut -f 4 | grep -F -- "$1" >/dev/null; }
 recovery() { "$bin/pba_admin" recovery "$@" || fail "pba_admin recovery $1 fails."; }
 status_says() { recovery status --volume "$work/volume.img" | grep -qF -- "$1" || fail "The status does not say: $1."; }
 
 click_on()
 {
     local place
-    place=$(awk -F '\t' -v name="$1" '$1 == name { print $2, $3 }' "$screen")
-    [ -n "$place" ] || fail "There is no $1 on the screen: $(cat "$screen")"
+    place=$(seen | awk -F '\t' -v name="$1" '$1 == name { print $2, $3 }')
+    [ -n "$place" ] || fail "There is no $1 on the screen: $(seen)"
     xdotool mousemove $place click 1
 }
 
@@ -40,7 +41,7 @@ gather_entropy()
     done
     wait_for "the second step" shows 'Step 2: Challenge'
     sleep 0.6 # keys that follow at once count as hammered on
-    challenge=$(sort -t $'\t' -n -k 3 "$screen" | cut -f 4 | grep -xE '([0-9A-Z]{4} ?){4}') || fail "There is no challenge on the screen."
+    challenge=$(seen | sort -t $'\t' -n -k 3 | cut -f 4 | grep -xE '([0-9A-Z]{4} ?){4}') || fail "There is no challenge on the screen."
 }
 
 prepare "$forgotten"
