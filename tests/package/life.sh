@@ -9,7 +9,7 @@ home=/tmp/pba_packages
 umask 022
 mkdir -p "$SYSTEM$home/root/pba"
 cp "$packages"/first/*.deb "$packages"/next/*.deb "$SYSTEM$home"
-chmod 755 "$SYSTEM/tmp"
+rm "$SYSTEM$home"/*-dbgsym_*
 fail() { printf '%s\n' "$@" >&2; exit 1; }
 inside() { env -i PATH="$PATH" HOME="$home" LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive chroot "$SYSTEM" "$@"; }
 quietly() { "$@" >"$packages/log" 2>&1 || { cat "$packages/log" >&2; fail "Failed: $*"; }; }
@@ -22,7 +22,8 @@ install()
     for each in "${@:-*}"; do
         files+=("$SYSTEM$home"/${each}_"$version"_*.deb)
     done
-    inside apt-get install -y -q --no-install-recommends --no-download "${files[@]#"$SYSTEM"}"
+    inside apt-get install -y -q --no-install-recommends -o Dir::Etc::sourcelist=/dev/null \
+        -o Dir::Etc::sourceparts=/dev/null "${files[@]#"$SYSTEM"}"
 }
 
 # answer PROMPT LINE: at the terminal.
@@ -103,6 +104,7 @@ traces()
 # The user's tool fails half-way: the package is left half configured, and the next attempt mends it.
 mv "$SYSTEM/usr/sbin/adduser" "$SYSTEM$home"
 ! install 0.9.0 >"$packages/log" 2>&1 || fail "Without users the installation calls itself done."
+[[ $(inside dpkg-query --show --showformat '${Status}' pba-host) = *half-configured ]] || fail "$(cat "$packages/log")"
 mv "$SYSTEM$home/adduser" "$SYSTEM/usr/sbin"
 quietly inside dpkg --configure --pending
 expect_users
