@@ -18,10 +18,11 @@
 namespace {
 
 constexpr std::uint8_t kMask = 0x5A;
-// As many characters in a row betray a secret; of a long one that is a key it takes more to be no chance.
+// As many characters in a row betray a secret; of a long one made by chance it takes more to be no chance.
 constexpr std::size_t kPiece = 5;
 constexpr std::size_t kPieceOfKey = 8;
-constexpr std::size_t kKey = 32;
+constexpr std::size_t kKey =
+    17; // as long as the line of a response, which file names of hexadecimal digits resemble
 constexpr std::size_t kPieceRoom = 2 * kPieceOfKey; // in UTF-16
 constexpr std::size_t kChunk = 64 * 1024;
 
