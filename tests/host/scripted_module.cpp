@@ -28,6 +28,8 @@ public:
                 m_host->StartOperatingSystem();
             else if (step == "signal")
                 AskForSignal();
+            else if (step == "hang")
+                std::ifstream("pba/go").get();
             else if (step == "fail")
                 result = kro::kUnspecifiedError;
         }

@@ -32,8 +32,8 @@ private slots:
             {"login\n", 1, {}},
             {"signal\nfail\n", 3, {}},
             {"login\nsignal\nstart\n", 3, {}},
-            {"login\nstart\nsignal\nfail\n", 0, {}},   // the system has started, whatever the view says
-            {"login\nstart\nsignal\nsignal\n", 3, {}}, // a second one ends it at once
+            {"login\nstart\nsignal\nfail\n", 0, {}},         // the system has started, whatever the view says
+            {"login\nstart\nsignal\nsignal\nhang\n", 3, {}}, // a second one ends it at once
             {"start\n", 4, testBoot},
             {"", 1, testBoot},
             {"automatic\nstart\n", 1, {}},
