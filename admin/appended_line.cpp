@@ -9,6 +9,7 @@
 
 #include "admin/failure.h"
 #include "base/durable_name.h"
+#include "base/write_all.h"
 
 namespace admin {
 namespace {
@@ -79,13 +80,8 @@ void AppendedLine::Open()
 
 void AppendedLine::Write(const std::string &bytes) const
 {
-    std::size_t written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = write(m_file, bytes.data() + written, bytes.size() - written);
-        if (count <= 0)
-            Fail();
-        written += static_cast<std::size_t>(count);
-    }
+    if (!base::WriteAll(m_file, bytes))
+        Fail();
 }
 
 void AppendedLine::Fail() const

@@ -31,4 +31,20 @@ std::string CheckNotEmpty(const std::string &value)
     return value.empty() ? "must not be empty" : "";
 }
 
+CLI::Option *AddPath(CLI::App *command, const char *name, std::string *path, const char *description,
+                     const char *type)
+{
+    return command->add_option(name, *path, description)->type_name(type)->check(CheckNotEmpty);
+}
+
+CLI::Option *AddVolume(CLI::App *command, std::string *path, const char *name)
+{
+    return AddPath(command, name, path, "LUKS2 volume, a device or a file");
+}
+
+CLI::Option *AddJson(CLI::App *command, bool *json)
+{
+    return command->add_flag("--json", *json, "As JSON; the manual names the keys");
+}
+
 } // namespace admin

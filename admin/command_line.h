@@ -25,7 +25,13 @@ void AddTokenCommands(CLI::App *app, TokenOptions *options);
 CLI::App *AddCommand(CLI::App *group, const char *name, const char *description, const char *example);
 // What is wrong with a command line, and where to read more.
 std::string Explain(const CLI::App &app, const CLI::ParseError &fault);
-// For options that take a path. An empty one is often a script's unset variable.
+// An empty value is often a script's unset variable.
 std::string CheckNotEmpty(const std::string &value);
+// `type` is what help and completion take the path for: FILE or DIR. It may not be empty.
+CLI::Option *AddPath(CLI::App *command, const char *name, std::string *path, const char *description,
+                     const char *type = "FILE");
+// The option --volume, or a positional argument.
+CLI::Option *AddVolume(CLI::App *command, std::string *path, const char *name = "--volume");
+CLI::Option *AddJson(CLI::App *command, bool *json);
 
 } // namespace admin

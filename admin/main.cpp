@@ -4,34 +4,15 @@
 #include <iostream>
 #include <new>
 
+#include "admin/arguments.h"
 #include "admin/command_line.h"
-#include "admin/commands.h"
 #include "admin/failure.h"
-#include "admin/recovery.h"
-#include "admin/settings.h"
-#include "admin/token.h"
 #include "base/process_protection.h"
 #include "base/text.h"
 
 namespace {
 
 using namespace admin;
-
-constexpr char kFooter[] = R"(
-Exit codes: 0 done, 1 failed, 2 wrong usage. Nothing is left half written.
-Passwords are asked at the terminal, or with --password-stdin taken from lines of standard input:
-first the one that authorises, where one is needed, then the new one.)";
-
-// Owns what the options are parsed into.
-struct Arguments
-{
-    VolumeOptions volume;
-    UserOptions user;
-    PolicyOptions policy;
-    RecoveryOptions recovery;
-    SettingsOptions settings;
-    TokenOptions token;
-};
 
 int Report(const std::vector<std::string> &lines, int exitCode)
 {
@@ -43,18 +24,8 @@ int Report(const std::vector<std::string> &lines, int exitCode)
 int Main(int argc, char **argv)
 {
     Arguments arguments;
-    CLI::App app("Prepares volumes, users, tokens, settings and recovery for pre-boot authentication.",
-                 "pba_admin");
-    app.set_version_flag("--version", "pba_admin " PBA_VERSION);
-    app.set_help_flag("--help", "Print this help and exit");
-    app.require_subcommand(1);
-    app.footer(kFooter);
-    AddVolumeCommands(&app, &arguments.volume);
-    AddUserCommands(&app, &arguments.user);
-    AddPolicyCommands(&app, &arguments.policy);
-    AddSettingsCommands(&app, &arguments.settings);
-    AddRecoveryCommands(&app, &arguments.recovery);
-    AddTokenCommands(&app, &arguments.token);
+    CLI::App app;
+    Describe(&app, &arguments);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success &request) {

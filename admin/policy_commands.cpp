@@ -44,13 +44,6 @@ void AddChoice(CLI::App *command, const char *name, std::optional<bool> *choice,
         ->check(CLI::IsMember({"yes", "no"}));
 }
 
-void AddVolume(CLI::App *command, PolicyOptions *options)
-{
-    command->add_option("--volume", options->volume, "LUKS2 volume, a device or a file")
-        ->required()
-        ->check(CheckNotEmpty);
-}
-
 // How old passwords are that were set while the clock stood in the future is not known: they count as set
 // now.
 volume::Error ResetDates(volume::Header &header, std::int64_t now)
@@ -119,13 +112,13 @@ void AddPolicyCommands(CLI::App *app, PolicyOptions *options)
         app->add_subcommand("policy", "What a volume asks of passwords and logins")->require_subcommand(1);
     CLI::App *show = AddCommand(policy, "show", "Show the policy of a volume",
                                 "pba_admin policy show --volume disk.img --json");
-    AddVolume(show, options);
-    show->add_flag("--json", options->json, "As JSON");
+    AddVolume(show, &options->volume)->required();
+    AddJson(show, &options->json);
     show->final_callback([options] { ShowPolicy(*options); });
 
     CLI::App *set = AddCommand(policy, "set", "Change the policy of a volume; what is not given stays",
                                "pba_admin policy set --volume disk.img --minimum-length 12 --expiry-days 90");
-    AddVolume(set, options);
+    AddVolume(set, &options->volume)->required();
     AddNumber(set, "--minimum-length", &options->minimumLength, "Of a new password, in characters", 1,
               volume::kMaxMinimumLength);
     AddChoice(set, "--not-old-password", &options->notOldPassword, "A new password must be another one");

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "admin/failure.h"
+#include "admin/json_output.h"
 #include "admin/passwords.h"
 #include "admin/progress.h"
 #include "admin/recovery.h"
@@ -93,6 +94,15 @@ void WriteNewPublicKey(const std::string &directory, const recovery::PublicKey &
     WriteNew(directory + kPublicName, recovery::EncodePublicKey(key), kReadableByAll);
 }
 
+void PrintFingerprint(const recovery::PublicKey &key, bool json)
+{
+    const std::string fingerprint = recovery::Fingerprint(key);
+    if (json)
+        PrintJson(nlohmann::json{{"fingerprint", fingerprint}});
+    else
+        std::cout << fingerprint << '\n';
+}
+
 } // namespace
 
 void MakeRecoveryKeys(const RecoveryOptions &options)
@@ -113,7 +123,7 @@ void MakeRecoveryKeys(const RecoveryOptions &options)
         WriteNewPublicKey(options.keys, publicKey);
         made.Keep();
     }
-    std::cout << recovery::Fingerprint(publicKey) << '\n';
+    PrintFingerprint(publicKey, options.json);
 }
 
 void WritePublicKey(const RecoveryOptions &options)
@@ -122,7 +132,7 @@ void WritePublicKey(const RecoveryOptions &options)
     const auto key =
         recovery::PublicKeyOf(OpenSecretKeyIn(options.keys, options.passphraseFromStandardInput));
     WriteNewPublicKey(options.keys, key);
-    std::cout << recovery::Fingerprint(key) << '\n';
+    PrintFingerprint(key, options.json);
 }
 
 recovery::SecretKey OpenSecretKeyIn(const std::string &directory, bool passphraseFromStandardInput)

@@ -15,11 +15,6 @@ std::string CheckNewMachine(const std::string &name)
     return usable ? "" : "must be UTF-8 text of 1 to 256 bytes in which every character shows";
 }
 
-void AddPath(CLI::App *command, const char *name, std::string *path, const char *description)
-{
-    command->add_option(name, *path, description)->required()->check(CheckNotEmpty);
-}
-
 void AddPassphraseFlag(CLI::App *command, RecoveryOptions *options)
 {
     command->add_flag("--passphrase-stdin", options->passphraseFromStandardInput,
@@ -28,7 +23,7 @@ void AddPassphraseFlag(CLI::App *command, RecoveryOptions *options)
 
 CLI::Option *AddEscrow(CLI::App *command, RecoveryOptions *options)
 {
-    AddPath(command, "--escrow", &options->escrow, "The file of sealed records");
+    AddPath(command, "--escrow", &options->escrow, "The file of sealed records")->required();
     return command->add_option("--machine", options->machine, "The name that the computer shows")->required();
 }
 
@@ -39,8 +34,10 @@ void AddKeygen(CLI::App *recovery, RecoveryOptions *options)
                    "Make the administrator's key: recovery.pub, to enrol computers with, and recovery.key, "
                    "encrypted, to answer challenges with. Prints its fingerprint",
                    "pba_admin recovery keygen --out /media/stick/recovery");
-    AddPath(command, "--out", &options->keys, "Directory for both files, made when missing");
+    AddPath(command, "--out", &options->keys, "Directory for both files, made when missing", "DIR")
+        ->required();
     AddPassphraseFlag(command, options);
+    AddJson(command, &options->json);
     command->final_callback([options] { MakeRecoveryKeys(*options); });
 }
 
@@ -51,8 +48,9 @@ void AddPubkey(CLI::App *recovery, RecoveryOptions *options)
                    "Write recovery.pub anew from recovery.key, should it be missing. Prints its "
                    "fingerprint",
                    "pba_admin recovery pubkey --key /media/stick/recovery");
-    AddPath(command, "--key", &options->keys, "The directory that keygen has made");
+    AddPath(command, "--key", &options->keys, "The directory that keygen has made", "DIR")->required();
     AddPassphraseFlag(command, options);
+    AddJson(command, &options->json);
     command->final_callback([options] { WritePublicKey(*options); });
 }
 
@@ -63,8 +61,8 @@ void AddSetUp(CLI::App *recovery, RecoveryOptions *options, const char *name, co
         std::string("pba_admin recovery ") + name +
         " --volume /dev/sda3 --admin-key recovery.pub --escrow escrow --machine lab-7";
     CLI::App *command = AddCommand(recovery, name, description, example.c_str());
-    AddPath(command, "--volume", &options->volume, "LUKS2 volume, a device or a file");
-    AddPath(command, "--admin-key", &options->publicKey, "The administrator's recovery.pub");
+    AddVolume(command, &options->volume)->required();
+    AddPath(command, "--admin-key", &options->publicKey, "The administrator's recovery.pub")->required();
     AddEscrow(command, options)->check(CheckNewMachine);
     command->add_flag("--password-stdin", options->passwordFromStandardInput,
                       "The password that authorises from standard input");
@@ -79,13 +77,14 @@ void AddRespond(CLI::App *recovery, RecoveryOptions *options)
         "prints the two of the response. Make sure first who is calling",
         "pba_admin recovery respond --key /media/stick/recovery --escrow escrow --machine lab-7 "
         "--user anna");
-    AddPath(command, "--key", &options->keys, "The directory that keygen has made");
+    AddPath(command, "--key", &options->keys, "The directory that keygen has made", "DIR")->required();
     AddEscrow(command, options)->check(CheckNotEmpty);
     command->add_option("--user", options->name.user, "Whose password may be set")->required();
     command->add_option("--domain", options->name.domain,
                         "Domain of the user; may be left out where the name is the only one of its kind");
     command->add_flag("--spell", options->spell, "Print words of the spelling alphabet, too");
     AddPassphraseFlag(command, options);
+    AddJson(command, &options->json)->excludes("--spell");
     command->final_callback([options] { RespondToChallenge(*options); });
 }
 
@@ -94,8 +93,8 @@ void AddStatus(CLI::App *recovery, RecoveryOptions *options)
     CLI::App *command =
         AddCommand(recovery, "status", "Show whether a volume has a recovery and whether it was used",
                    "pba_admin recovery status --volume /dev/sda3");
-    AddPath(command, "--volume", &options->volume, "LUKS2 volume, a device or a file");
-    command->add_flag("--json", options->json, "As JSON");
+    AddVolume(command, &options->volume)->required();
+    AddJson(command, &options->json);
     command->final_callback([options] { ShowRecovery(*options); });
 }
 

@@ -135,6 +135,15 @@ void Spell(std::string_view group)
     std::cout << '\n';
 }
 
+// By hand: a library would leave copies of them behind.
+void PrintJson(const recovery::ResponseLines &lines)
+{
+    std::cout << "{\"response\": [";
+    for (std::size_t row = 0; row < lines.size(); ++row)
+        std::cout << (row == 0 ? "\"" : ", \"") << lines[row].View() << '"';
+    std::cout << "]}\n";
+}
+
 void Print(const recovery::ResponseLines &lines, bool spell)
 {
     for (std::size_t row = 0; row < lines.size(); ++row) {
@@ -168,7 +177,10 @@ void RespondToChallenge(const RecoveryOptions &options)
     const ResponseLog log(options.escrow);
     Warn(found, log.FindOther(identity, challenge));
     log.Add(found.secret, options.name, challenge);
-    Print(*lines, options.spell);
+    if (options.json)
+        PrintJson(*lines);
+    else
+        Print(*lines, options.spell);
 }
 
 } // namespace admin

@@ -13,6 +13,7 @@
 #include "admin/failure.h"
 #include "admin/signals.h"
 #include "base/durable_name.h"
+#include "base/write_all.h"
 
 namespace admin {
 namespace {
@@ -95,12 +96,8 @@ void ScratchFile::OpenNamed()
 
 void ScratchFile::Write(std::string_view bytes) const
 {
-    while (!bytes.empty()) {
-        const ssize_t count = write(m_file, bytes.data(), bytes.size());
-        if (count <= 0)
-            Fail("cannot be written", errno);
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
+    if (!base::WriteAll(m_file, bytes))
+        Fail("cannot be written", errno);
 }
 
 int ScratchFile::Link(const std::string &path) const

@@ -46,7 +46,9 @@ std::string WriteSettings(const pba::ConstantSettingsRecord &record)
                     {"languageSwitchHotkey", FormatHotkey(settings.languageSwitchHotkey)},
                     {"keyboardLayoutSwitchHotkey", FormatHotkey(settings.keyboardLayoutSwitchHotkey)},
                     {"capsLockTurnOffHotkey", FormatHotkey(settings.capsLockTurnOffHotkey)}};
-    return json.dump(kIndent) + "\n";
+    // For people to edit, unless there is something in it that they would not see.
+    const bool readable = base::IsPlain(json.dump());
+    return json.dump(kIndent, ' ', !readable) + "\n";
 }
 
 } // namespace admin

@@ -11,10 +11,8 @@ void AddCompile(CLI::App *settings, SettingsOptions *options)
     CLI::App *command =
         AddCommand(settings, "compile", "Turn settings from JSON into the view's settings.bin",
                    "pba_admin settings compile settings.json /pba/settings.bin");
-    command->add_option("IN", options->input, "Settings in JSON")->required()->check(CheckNotEmpty);
-    command->add_option("OUT", options->output, "The binary file, replaced when it exists")
-        ->required()
-        ->check(CheckNotEmpty);
+    AddPath(command, "IN", &options->input, "Settings in JSON")->required();
+    AddPath(command, "OUT", &options->output, "The binary file, replaced when it exists")->required();
     command->final_callback([options] { CompileSettings(*options); });
 }
 
@@ -22,9 +20,7 @@ CLI::App *AddReading(CLI::App *settings, SettingsOptions *options, const char *n
                      const char *example)
 {
     CLI::App *command = AddCommand(settings, name, description, example);
-    command->add_option("FILE", options->input, "Settings, in JSON or compiled")
-        ->required()
-        ->check(CheckNotEmpty);
+    AddPath(command, "FILE", &options->input, "Settings, in JSON or compiled")->required();
     return command;
 }
 
@@ -38,8 +34,7 @@ void AddInit(CLI::App *settings, SettingsOptions *options)
         ->required();
     command->add_option("--root", options->root, "The system to look at (default: /)")
         ->check(CLI::ExistingDirectory);
-    command->add_option("OUT", options->output, "A new file (default: standard output)")
-        ->check(CheckNotEmpty);
+    AddPath(command, "OUT", &options->output, "A new file (default: standard output)");
     command->final_callback([options] { DetectSettings(*options); });
 }
 

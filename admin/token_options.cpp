@@ -7,19 +7,10 @@
 namespace admin {
 namespace {
 
-void AddVolume(CLI::App *command, TokenOptions *options, bool required)
-{
-    command->add_option("--volume", options->volume, "LUKS2 volume, a device or a file")
-        ->required(required)
-        ->check(CheckNotEmpty);
-}
-
 void AddModule(CLI::App *command, TokenOptions *options)
 {
-    command
-        ->add_option("--pkcs11-module", options->module,
-                     "PKCS#11 module (default: all that p11-kit's configuration names)")
-        ->check(CheckNotEmpty);
+    AddPath(command, "--pkcs11-module", &options->module,
+            "PKCS#11 module (default: all that p11-kit's configuration names)");
 }
 
 void AddAdd(CLI::App *token, TokenOptions *options)
@@ -29,7 +20,7 @@ void AddAdd(CLI::App *token, TokenOptions *options)
         "Let a user log on with a token that has an RSA key; a password of the volume and the token's PIN "
         "authorise. The standard tools open the volume with it, too",
         "pba_admin token add --volume /dev/sda3 --token 'pkcs11:serial=4711' --user anna");
-    AddVolume(command, options, true);
+    AddVolume(command, &options->volume)->required();
     command
         ->add_option("--token", options->uri, "PKCS#11 URI of the token, with id= where it has several keys")
         ->required()
@@ -47,9 +38,9 @@ void AddList(CLI::App *token, TokenOptions *options)
     CLI::App *command =
         AddCommand(token, "list", "List the tokens that a volume knows, or without --volume those connected",
                    "pba_admin token list --volume /dev/sda3");
-    AddVolume(command, options, false);
+    AddVolume(command, &options->volume);
     AddModule(command, options);
-    command->add_flag("--json", options->json, "As JSON");
+    AddJson(command, &options->json);
     command->final_callback([options] { ListTokens(*options); });
 }
 
@@ -58,7 +49,7 @@ void AddRemove(CLI::App *token, TokenOptions *options)
     CLI::App *command =
         AddCommand(token, "remove", "Take a token's keyslot away, so that it opens the volume no more",
                    "pba_admin token remove --volume /dev/sda3 --keyslot 3");
-    AddVolume(command, options, true);
+    AddVolume(command, &options->volume)->required();
     command->add_option("--keyslot", options->keyslot, "Number of the keyslot, as token list shows it")
         ->required()
         ->check(CLI::Range(0, volume::kMaxKeyslots - 1));

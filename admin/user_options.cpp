@@ -27,19 +27,12 @@ void AddIterTime(CLI::App *command, UserOptions *options)
         ->check(CLI::Range(1u, kMaxIterTime));
 }
 
-void AddVolume(CLI::App *command, UserOptions *options)
-{
-    command->add_option("--volume", options->volume, "LUKS2 volume, a device or a file")
-        ->required()
-        ->check(CheckNotEmpty);
-}
-
 // A command about one user of a volume that there is.
 CLI::App *AddUserCommand(CLI::App *group, const char *name, const char *description, const char *example,
                          UserOptions *options, void (*run)(const UserOptions &))
 {
     CLI::App *command = AddCommand(group, name, description, example);
-    AddVolume(command, options);
+    AddVolume(command, &options->volume)->required();
     command->add_option("NAME", options->name.user, "Name of the user")->required();
     AddDomain(command, options);
     AddPasswordOptions(command, options);
@@ -54,7 +47,7 @@ void AddVolumeCommands(CLI::App *app, VolumeOptions *options)
     CLI::App *volume = app->add_subcommand("volume", "LUKS2 volumes")->require_subcommand(1);
     CLI::App *create = AddCommand(volume, "create", "Make a volume in a new file, with its first user",
                                   "pba_admin volume create disk.img --size 64M --user anna");
-    create->add_option("FILE", options->user.volume, "The file to make")->required()->check(CheckNotEmpty);
+    AddPath(create, "FILE", &options->user.volume, "The file to make")->required();
     create->add_option("--size", options->size, "Size with K, M or G, at least 17M")->required();
     create->add_option("--user", options->user.name.user, "Name of the user")->required();
     AddDomain(create, &options->user);
@@ -64,10 +57,8 @@ void AddVolumeCommands(CLI::App *app, VolumeOptions *options)
 
     CLI::App *info = AddCommand(volume, "info", "Show users, keyslots, tokens, recovery and the room left",
                                 "pba_admin volume info --json disk.img");
-    info->add_option("VOLUME", options->user.volume, "LUKS2 volume, a device or a file")
-        ->required()
-        ->check(CheckNotEmpty);
-    info->add_flag("--json", options->user.json, "As JSON");
+    AddVolume(info, &options->user.volume, "VOLUME")->required();
+    AddJson(info, &options->user.json);
     info->final_callback([options] { ShowVolume(*options); });
 }
 
@@ -80,8 +71,8 @@ void AddUserCommands(CLI::App *app, UserOptions *options)
     AddIterTime(add, options);
     CLI::App *list =
         AddCommand(user, "list", "List the users", "pba_admin user list --volume disk.img --json");
-    AddVolume(list, options);
-    list->add_flag("--json", options->json, "As JSON");
+    AddVolume(list, &options->volume)->required();
+    AddJson(list, &options->json);
     list->final_callback([options] { ListUsers(*options); });
     AddUserCommand(user, "remove",
                    "Remove a user with what the user's password opens; another password of the volume "

@@ -115,4 +115,21 @@ bool IsCodeString(std::string_view text, std::size_t digits, int row)
     return CodeReader(digits).AddRow(text, digits, row);
 }
 
+std::optional<Secret> NormaliseResponse(std::string_view text, std::size_t row)
+{
+    std::optional<Secret> code = NormaliseCode(text);
+    if (code && !IsCodeString(code->View(), kResponseDigits, kFirstResponseRow + static_cast<int>(row)))
+        code.reset();
+    return code;
+}
+
+std::string InGroups(std::string_view code)
+{
+    constexpr std::size_t kGroup = 4;
+    std::string groups;
+    for (std::size_t place = 0; place < code.size(); place += kGroup)
+        groups.append(place == 0 ? "" : " ").append(code.substr(place, kGroup));
+    return groups;
+}
+
 } // namespace base

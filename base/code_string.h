@@ -25,6 +25,9 @@ inline constexpr std::size_t kResponseDigits = 16; // of each of its strings, an
 // when another character is in it.
 std::optional<Secret> NormaliseCode(std::string_view text);
 
+// In groups of four, as people read it out.
+std::string InGroups(std::string_view code);
+
 // Takes bits, the most significant first, and writes them as digits.
 class CodeWriter
 {
@@ -64,5 +67,7 @@ private:
 
 // Whether AddRow would take it.
 bool IsCodeString(std::string_view text, std::size_t digits, int row);
+// Normalised; nothing when it cannot be the string of a response in this row, which counts from 0.
+std::optional<Secret> NormaliseResponse(std::string_view text, std::size_t row);
 
 } // namespace base

@@ -46,4 +46,14 @@ void Secret::Swap(Secret &other) noexcept
     std::swap(m_capacity, other.m_capacity);
 }
 
+Secret CopyOf(std::string_view bytes)
+{
+    if (bytes.empty())
+        return {};
+    Secret copy(bytes.size());
+    bytes.copy(copy.Buffer(), bytes.size());
+    copy.SetSize(bytes.size());
+    return copy;
+}
+
 } // namespace base

@@ -45,4 +45,7 @@ private:
     std::size_t m_capacity = 0;
 };
 
+// In locked memory as well.
+Secret CopyOf(std::string_view bytes);
+
 } // namespace base

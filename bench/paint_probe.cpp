@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Loaded into a program before its own libraries: reports when the login button has been painted for the
-// first time, and ends the program. The view and the bare dialog carry the same probe, so that its cost
-// cancels out.
+// Loaded into a program of the toolkit: writes the time (CLOCK_MONOTONIC, in nanoseconds) to standard output
+// when the login button has been painted for the first time, and waits to be ended. The view and the bare
+// dialog carry the same probe, so that its cost cancels out. With BENCH_PROBE_ENDS it ends the program.
+#include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <string>
 
 #include <time.h>
 #include <unistd.h>
@@ -13,34 +12,17 @@
 #include <QEvent>
 #include <QWidget>
 
-#include "bench/paint_report.h"
-
 namespace {
-
-std::int64_t Now()
-{
-    timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * std::int64_t{1'000'000'000} + time.tv_nsec;
-}
-
-// Not getrusage: that remembers what the starter used before it became this program.
-std::int64_t PeakKib()
-{
-    std::ifstream status("/proc/self/status");
-    std::int64_t kib = 0;
-    for (std::string word; status >> word;) {
-        if (word == "VmHWM:")
-            status >> kib;
-    }
-    return kib;
-}
 
 [[noreturn]] void Report()
 {
-    const bench::PaintReport report{Now(), PeakKib()};
-    const bool written = write(bench::kReportDescriptor, &report, sizeof report) == sizeof report;
-    _exit(written ? EXIT_SUCCESS : EXIT_FAILURE);
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    std::printf("%lld%09ld\n", static_cast<long long>(time.tv_sec), time.tv_nsec);
+    std::fflush(stdout);
+    while (!std::getenv("BENCH_PROBE_ENDS"))
+        pause();
+    _exit(EXIT_SUCCESS);
 }
 
 class PaintProbe : public QObject

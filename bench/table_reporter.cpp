@@ -26,7 +26,7 @@ void TableReporter::PrintRow(const Run &run) const
                 run.GetAdjustedRealTime(), benchmark::GetTimeUnitString(run.time_unit));
     if (const auto allocations = run.counters.find(kAllocations); allocations != run.counters.end())
         std::printf(", %g allocations", static_cast<double>(allocations->second));
-    std::printf(" | | | %s |\n", run.report_label.c_str());
+    std::printf(" | | | | %s |\n", run.report_label.c_str());
     std::fflush(stdout);
 }
 

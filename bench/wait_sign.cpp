@@ -109,7 +109,7 @@ void Measure(pid_t deriving)
     service.join();
     if (watch.Paints() < 3 || waitpid(deriving, nullptr, WNOHANG) != 0)
         Fail("there was no sign, or no derivation beside it");
-    std::printf("| Longest stand of the sign in a 5 s derivation, %s | %lld ms | | | at most %lld ms |\n",
+    std::printf("| Longest stand of the sign in a 5 s derivation, %s | %lld ms | | | | at most %lld ms |\n",
                 qPrintable(QGuiApplication::platformName()), watch.Longest(), kTarget);
 }
 

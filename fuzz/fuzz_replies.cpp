@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a screen reads: the replies, each to its question, and the events. A packet that is accepted is the
-// only way to write its message.
+// What a screen reads: the replies, each to its question, and the events; and what the service reads of a
+// PKCS#11 module's process, which is as little to be believed. A packet that is accepted is the only way to
+// write its message.
 #include <cstdlib>
 
-#include "host/protocol/messages.h"
+#include "host/protocol/token_messages.h"
 
 namespace {
 
@@ -11,7 +12,9 @@ using Message =
     std::variant<protocol::HelloReply, protocol::TryPasswordReply, protocol::TryTokenReply,
                  protocol::CheckReplaceableReply, protocol::ReplacePasswordReply,
                  protocol::RecoveryBeginReply, protocol::RecoveryEntropyReply, protocol::RecoveryFinishReply,
-                 protocol::ForgetReply, protocol::StartReply, protocol::Tokens, protocol::Stop>;
+                 protocol::ForgetReply, protocol::StartReply, protocol::Tokens, protocol::Stop,
+                 protocol::ListTokensReply, protocol::LogInReply, protocol::Unwrap::Reply,
+                 protocol::UnwrapByNextKey::Reply, protocol::LogOutReply>;
 
 } // namespace
 

@@ -114,9 +114,21 @@ bool IsOpenFor(int mode, int descriptor)
     return flags >= 0 && (flags & O_PATH) == 0 && (opened == mode || opened == O_RDWR);
 }
 
+bool IsNotYetWritten(int descriptor)
+{
+    struct stat status
+    {
+    };
+    return fstat(descriptor, &status) == 0 && status.st_size == 0 && status.st_mtime == kPbeNotYetWritten;
+}
+
 // -1 with the reason in errno.
 int OpenUsed(int used, int mode)
 {
+    if (mode == O_RDONLY && IsNotYetWritten(used)) {
+        errno = ENOENT;
+        return -1;
+    }
     if (!IsOpenFor(mode, used)) {
         errno = EACCES;
         return -1;
@@ -213,8 +225,9 @@ kro::result_t PbeUseFile(const char16_t *path, int descriptor)
 
 bool PbeFileExists(const char16_t *path)
 {
-    if (path && UsedFiles().contains(std::u16string_view(path)))
-        return true;
+    const auto used = path ? UsedFiles().find(path) : UsedFiles().end();
+    if (used != UsedFiles().end())
+        return !IsNotYetWritten(used->second);
     std::string file;
     struct stat status
     {

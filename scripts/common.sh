@@ -1,26 +1,25 @@
 # SPDX-License-Identifier: Apache-2.0
-# Shared by run, test and bench.sh: packages, builds, X servers. To be sourced from the project's directory.
+# Shared by run, test, package and bench.sh: packages, builds, X servers. To be sourced from the project's directory.
 
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
 say() { printf '%s\n' "$@" >&2; }
 fail() { say "$*"; exit 1; }
+as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
 
-# Installs what is missing of the packages listed in a file, a name a line.
+# Installs what is missing of the packages listed in files, a name a line.
 install_packages()
 {
     local missing=() name
     while read -r name; do
         case $name in '' | '#'*) continue ;; esac
         dpkg-query -W -f='${db:Status-Abbrev}' "$name" 2>/dev/null | grep -q '^ii' || missing+=("$name")
-    done <"$1"
+    done < <(cat "$@")
     [ ${#missing[@]} -eq 0 ] && return
     say "Installing packages: ${missing[*]}"
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-    "${as_root[@]}" apt-get update -q >&2
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -q --no-install-recommends "${missing[@]}" >&2
+    as_root apt-get update -q >&2
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
+        "${missing[@]}" >&2
 }
 
 # build PRESET [TARGET...]

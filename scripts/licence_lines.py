@@ -15,6 +15,7 @@ COMMENTS = {
     ".py": "# {}", ".sh": "# {}", ".awk": "# {}", ".cmake": "# {}", "CMakeLists.txt": "# {}",
     ".cmake.in": "# {}", ".pc.in": "# {}",
     ".ui": "<!-- {} -->", ".qrc": "<!-- {} -->",
+    ".man": '.\\" {}', ".8.in": '.\\" {}',
     ".qss": "/* {} */", ".map": "/* {} */",
 }
 # What has to stay in front of the line.

@@ -19,16 +19,6 @@ bool IsName(std::string_view bytes)
     return bytes.find('\0') == bytes.npos && IsText(bytes);
 }
 
-Secret Keep(std::string_view bytes)
-{
-    if (bytes.empty())
-        return {};
-    Secret secret(bytes.size());
-    for (const char byte : bytes)
-        secret.Append(byte);
-    return secret;
-}
-
 } // namespace
 
 bool IsOfThisVersion(std::string_view packet)
@@ -81,6 +71,12 @@ void PacketWriter::Bytes(const Secret &bytes, std::size_t maxBytes)
     PutBytes(bytes.View(), maxBytes);
 }
 
+void PacketWriter::PutField(const unsigned char *field, std::size_t size)
+{
+    for (std::size_t i = 0; i < size; ++i)
+        Put(field[i], 1);
+}
+
 std::optional<Secret> PacketWriter::Finish()
 {
     return m_good ? std::optional(std::move(m_bytes)) : std::nullopt;
@@ -117,6 +113,15 @@ std::string_view PacketReader::TakeBytes(std::size_t maxBytes)
     return bytes;
 }
 
+void PacketReader::TakeField(unsigned char *field, std::size_t size)
+{
+    m_good &= m_rest.size() >= size;
+    if (!m_good)
+        return;
+    m_rest.copy(reinterpret_cast<char *>(field), size);
+    m_rest.remove_prefix(size);
+}
+
 void PacketReader::Flag(bool &value)
 {
     const std::uint32_t number = Take(1);
@@ -132,13 +137,13 @@ void PacketReader::Name(std::string &text, std::size_t maxBytes)
 
 void PacketReader::Typed(Secret &text, std::size_t maxBytes)
 {
-    text = Keep(TakeBytes(maxBytes));
+    text = base::CopyOf(TakeBytes(maxBytes));
     m_good &= IsText(text.View());
 }
 
 void PacketReader::Bytes(Secret &bytes, std::size_t maxBytes)
 {
-    bytes = Keep(TakeBytes(maxBytes));
+    bytes = base::CopyOf(TakeBytes(maxBytes));
 }
 
 } // namespace protocol

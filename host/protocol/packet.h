@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// The bytes between the service and its screens. A packet is the protocol's version, the kind of its message
-// and the fields one after the other: numbers with the least byte first, texts and lists behind their length.
-// There is one way to write a message and no room for more: what is short, long or anything else than a
-// writer of the same version makes is refused as a whole. Packets carry passwords, so they live in locked
-// memory.
+// The bytes between the service and its screens, and the processes of PKCS#11 modules. A packet is the
+// protocol's version, the kind of its message and the fields one after the other: numbers with the least byte
+// first, texts and lists behind their length. There is one way to write a message and no room for more: what
+// is short, long or anything else than a writer of the same version makes is refused as a whole. Packets
+// carry passwords, so they live in locked memory.
 //
 // Writer and reader have the same members, so that one list of a message's fields serves both; neither throws
 // on bad input, each remembers that there was some.
@@ -37,6 +37,12 @@ enum class Kind : std::uint8_t {
     RecoveryFinish,
     Forget,
     Start,
+    // Of the service to the process of a PKCS#11 module.
+    ListTokens = 0x20,
+    LogIn,
+    Unwrap,
+    UnwrapByNextKey,
+    LogOut,
     // Events, which nobody has asked for.
     Tokens = 0x40,
     Stop,
@@ -64,6 +70,17 @@ public:
     void Number(std::uint8_t value) { Put(value, 1); }
     void Number(std::uint16_t value) { Put(value, 2); }
     void Number(std::uint32_t value) { Put(value, 4); }
+    void Number(std::uint64_t value)
+    {
+        Put(static_cast<std::uint32_t>(value), 4);
+        Put(static_cast<std::uint32_t>(value >> 32), 4);
+    }
+    // Of any bytes, always of this length.
+    template <std::size_t Size>
+    void Field(const unsigned char (&field)[Size])
+    {
+        PutField(field, Size);
+    }
     // An enumeration of bytes that counts from 0 and says how far by an enumerator Last.
     template <typename Enum>
     void Choice(Enum value)
@@ -90,6 +107,7 @@ public:
 private:
     void Put(std::uint32_t value, int bytes);
     void PutBytes(std::string_view bytes, std::size_t maxBytes);
+    void PutField(const unsigned char *field, std::size_t size);
 
     Secret m_bytes;
     bool m_good = true;
@@ -105,6 +123,16 @@ public:
     void Number(std::uint8_t &value) { value = static_cast<std::uint8_t>(Take(1)); }
     void Number(std::uint16_t &value) { value = static_cast<std::uint16_t>(Take(2)); }
     void Number(std::uint32_t &value) { value = Take(4); }
+    void Number(std::uint64_t &value)
+    {
+        value = Take(4);
+        value |= std::uint64_t{Take(4)} << 32;
+    }
+    template <std::size_t Size>
+    void Field(unsigned char (&field)[Size])
+    {
+        TakeField(field, Size);
+    }
     template <typename Enum>
     void Choice(Enum &value)
     {
@@ -130,6 +158,7 @@ public:
 private:
     std::uint32_t Take(std::size_t bytes);
     std::string_view TakeBytes(std::size_t maxBytes);
+    void TakeField(unsigned char *field, std::size_t size);
 
     std::string_view m_rest;
     bool m_good;

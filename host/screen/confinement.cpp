@@ -55,15 +55,15 @@ bool CloseInheritedExcept(const std::vector<int> &kept)
 std::string TakeUser(const std::string &text)
 {
     if (text.empty())
-        return geteuid() == 0 || getuid() == 0 ? "a screen may not run as root; name a user for it" : "";
+        return geteuid() == 0 || getuid() == 0 ? "this may not run as root; name a user for it" : "";
     const std::optional<Identity> identity = FindIdentity(text);
     if (!identity)
-        return text + ": no user that a screen may run as; give a name, or UID:GID, other than root's";
-    return Assume(*identity) ? "" : std::string("the screen's user cannot be taken: ") + std::strerror(errno);
+        return text + ": no user that this may run as; give a name, or UID:GID, other than root's";
+    return Assume(*identity) ? "" : std::string("the user cannot be taken: ") + std::strerror(errno);
 }
 
 // In this order: a change of the user makes a process dumpable again, and the last two want the first.
-bool RenounceRights()
+bool DropRights()
 {
     return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && DropCapabilities() &&
            prctl(PR_SET_DUMPABLE, 0, 0, 0, 0) == 0;
@@ -71,19 +71,23 @@ bool RenounceRights()
 
 } // namespace
 
+bool RenounceRights(const std::string &user, const std::vector<int> &descriptors, std::string *fault)
+{
+    if (!HasOneThread() || !CloseInheritedExcept(descriptors)) {
+        *fault = "there are several threads before rights are given up, or /proc is not mounted";
+        return false;
+    }
+    if (*fault = TakeUser(user); !fault->empty())
+        return false;
+    if (!DropRights())
+        *fault = std::string("rights cannot be given up: ") + std::strerror(errno);
+    return fault->empty();
+}
+
 bool Confine(const Confinement &confinement, std::string *fault)
 {
-    if (!HasOneThread() || !CloseInheritedExcept(confinement.descriptors)) {
-        *fault = "the screen has several threads before it is confined, or /proc is not mounted";
-        return false;
-    }
-    if (*fault = TakeUser(confinement.user); !fault->empty())
-        return false;
-    if (!RenounceRights()) {
-        *fault = std::string("rights cannot be given up: ") + std::strerror(errno);
-        return false;
-    }
-    return RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement.displayServer, fault);
+    return RenounceRights(confinement.user, confinement.descriptors, fault) &&
+           RestrictPaths(confinement, fault) && RestrictSystemCalls(confinement, fault);
 }
 
 } // namespace host

@@ -26,6 +26,8 @@ struct Confinement
     std::vector<int> descriptors = {};
     // Whether there is a display server to be connected to: the one use of local sockets.
     bool displayServer = false;
+    // Whether it asks at the terminal of its standard streams, and neither draws nor hears keys.
+    bool terminal = false;
     // Whether a kernel that has no Landlock will do.
     bool landlockRequired = false;
 };
@@ -33,6 +35,14 @@ struct Confinement
 // What pba_screen works with: fonts, keyboard layouts, its own libraries in `programs`, devices for input and
 // display, and what lies in ROOT/pba to be read.
 Confinement ForScreen(const std::string &root, const std::string &programs, bool displayServer);
+
+// What pba_text works with: its texts in ROOT/pba, and what the system's libraries read.
+Confinement ForTerminal(const std::string &root);
+
+// What every process has to do without: another user's rights, capabilities, new ones by programs, inherited
+// descriptors other than these, dumps and tracing. As Confine, which does more.
+[[nodiscard]] bool RenounceRights(const std::string &user, const std::vector<int> &descriptors,
+                                  std::string *fault);
 
 // Before the process has more than one thread. For good; `fault` says in one line without a full stop what
 // could not be done, and then the process must end, for some of it may have been.

@@ -27,4 +27,10 @@ const MessageText &MessageFor(VolumeError error)
     }
 }
 
+bool AnotherPasswordMayDo(VolumeError error)
+{
+    return error == VolumeError::PasswordTooShort || error == VolumeError::PasswordUnchanged ||
+           error == VolumeError::OutOfMemory;
+}
+
 } // namespace host

@@ -172,8 +172,7 @@ kro::result_t PasswordLogin::TryChangePassword(const kro::wstring_t &newPassword
 // Where another password would do the person stays on the page; where none would, it would be a dead end.
 kro::result_t PasswordLogin::RefusePassword(const protocol::ReplacePasswordReply &reply)
 {
-    if (reply.error == VolumeError::PasswordTooShort || reply.error == VolumeError::PasswordUnchanged ||
-        reply.error == VolumeError::OutOfMemory)
+    if (AnotherPasswordMayDo(reply.error))
         return m_texts.Show(m_view, MessageFor(reply.error));
     m_texts.Show(m_view, kPasswordNotSaved);
     m_mustReplace = false;

@@ -16,21 +16,11 @@ using protocol::RecoveryResult;
 
 namespace {
 
-// Normalised; nothing when it cannot be the line of a response in this row, which counts from 0.
-std::optional<base::Secret> ToCode(const kro::string_t &line, std::size_t row)
-{
-    std::optional<base::Secret> code = base::NormaliseCode(line.View());
-    const int place = base::kFirstResponseRow + static_cast<int>(row);
-    if (code && !base::IsCodeString(code->View(), base::kResponseDigits, place))
-        code.reset();
-    return code;
-}
-
 // False when one of them is no line of a response.
 bool ToRequest(const kro::vector_t<kro::string_t> &lines, protocol::RecoveryFinish *request)
 {
     for (std::size_t row = 0; row < lines.Size(); ++row) {
-        std::optional<base::Secret> code = ToCode(lines[row], row);
+        std::optional<base::Secret> code = base::NormaliseResponse(lines[row].View(), row);
         if (!code)
             return false;
         request->lines[row] = std::move(*code);
@@ -107,7 +97,8 @@ kro::result_t PasswordRecovery::ShowChallenge(const protocol::RecoveryEntropyRep
 kro::result_t PasswordRecovery::CheckResponseLine(const kro::string_t &line)
 {
     const kro::result_t result = Guarded([&] {
-        return m_hasChallenge && m_acceptedLines < protocol::kResponseLines && ToCode(line, m_acceptedLines)
+        return m_hasChallenge && m_acceptedLines < protocol::kResponseLines &&
+                       base::NormaliseResponse(line.View(), m_acceptedLines)
                    ? kro::kOk
                    : kro::kFalse;
     });

@@ -30,8 +30,9 @@ constexpr int kFileCalls[] = {
 };
 
 constexpr int kMemoryCalls[] = {
-    SCMP_SYS(brk),  SCMP_SYS(madvise),  SCMP_SYS(membarrier), SCMP_SYS(mlock),   SCMP_SYS(mlock2),
-    SCMP_SYS(mmap), SCMP_SYS(mprotect), SCMP_SYS(mremap),     SCMP_SYS(munlock), SCMP_SYS(munmap),
+    SCMP_SYS(brk),    SCMP_SYS(madvise),  SCMP_SYS(membarrier), SCMP_SYS(mlock),
+    SCMP_SYS(mlock2), SCMP_SYS(mlockall), SCMP_SYS(mmap),       SCMP_SYS(mprotect),
+    SCMP_SYS(mremap), SCMP_SYS(munlock),  SCMP_SYS(munmap),
 };
 
 // Threads, time, signals to itself, and waiting.
@@ -89,6 +90,37 @@ constexpr int kDisplayCalls[] = {
     SCMP_SYS(connect), SCMP_SYS(shmat), SCMP_SYS(shmctl), SCMP_SYS(shmdt), SCMP_SYS(shmget),
 };
 
+// Programs, other processes, name spaces, and parts of the kernel that no library of tokens works with.
+constexpr int kTamperingCalls[] = {
+    SCMP_SYS(add_key),
+    SCMP_SYS(bpf),
+    SCMP_SYS(chroot),
+    SCMP_SYS(execve),
+    SCMP_SYS(execveat),
+    SCMP_SYS(io_uring_setup),
+    SCMP_SYS(kcmp),
+    SCMP_SYS(keyctl),
+    SCMP_SYS(mount),
+    SCMP_SYS(move_mount),
+    SCMP_SYS(name_to_handle_at),
+    SCMP_SYS(open_by_handle_at),
+    SCMP_SYS(perf_event_open),
+    SCMP_SYS(pidfd_getfd),
+    SCMP_SYS(pidfd_send_signal),
+    SCMP_SYS(pivot_root),
+    SCMP_SYS(process_madvise),
+    SCMP_SYS(process_vm_readv),
+    SCMP_SYS(process_vm_writev),
+    SCMP_SYS(ptrace),
+    SCMP_SYS(request_key),
+    SCMP_SYS(rt_sigqueueinfo),
+    SCMP_SYS(rt_tgsigqueueinfo),
+    SCMP_SYS(setns),
+    SCMP_SYS(tkill),
+    SCMP_SYS(unshare),
+    SCMP_SYS(userfaultfd),
+};
+
 class Filter
 {
 public:
@@ -124,6 +156,12 @@ public:
                                             {2, SCMP_CMP_MASKED_EQ, kInt, protocol}};
         Keep(seccomp_rule_add_array(m_context.get(), SCMP_ACT_ALLOW, SCMP_SYS(socket), 2, comparisons));
     }
+    // Where an argument, an int, is any other than this one.
+    void AnswerUnless(int call, std::uint64_t argument, int error)
+    {
+        const scmp_arg_cmp comparison{0, SCMP_CMP_NE, argument, 0};
+        Keep(seccomp_rule_add_array(m_context.get(), SCMP_ACT_ERRNO(error), call, 1, &comparison));
+    }
     // 0, or the first error there was.
     int Load()
     {
@@ -145,13 +183,25 @@ private:
     int m_error = 0;
 };
 
-// Input devices, the framebuffer, and what tells a terminal from a file; nothing that would type on one.
+// What tells a terminal from a file; nothing that would type on one.
 void AllowDeviceCalls(Filter *filter)
+{
+    for (const std::uint64_t request : {TCGETS, FIONREAD, FIONBIO, TIOCGWINSZ})
+        filter->AllowIf(SCMP_SYS(ioctl), 1, Filter::kInt, request);
+}
+
+void AllowInputAndFramebuffer(Filter *filter)
 {
     constexpr std::uint64_t kType = 0xFF00;
     for (const std::uint64_t type : {std::uint64_t{'E'}, std::uint64_t{'F'}})
         filter->AllowIf(SCMP_SYS(ioctl), 1, kType, type << 8);
-    for (const std::uint64_t request : {TCGETS, FIONREAD, FIONBIO, TIOCGWINSZ})
+    filter->AllowSocket(AF_NETLINK, NETLINK_KOBJECT_UEVENT);
+}
+
+// Its echo and its keys, and to forget what was typed.
+void AllowTerminal(Filter *filter)
+{
+    for (const std::uint64_t request : {TCSETS, TCSETSW, TCSETSF, TCFLSH})
         filter->AllowIf(SCMP_SYS(ioctl), 1, Filter::kInt, request);
 }
 
@@ -169,33 +219,50 @@ void AllowThreads(Filter *filter)
     filter->AllowIf(SCMP_SYS(tgkill), 0, Filter::kInt, static_cast<std::uint64_t>(getpid()));
 }
 
-void AllowSockets(Filter *filter, bool displayServer)
+void AllowDisplayServer(Filter *filter)
 {
-    filter->Allow(kSocketCalls);
-    filter->AllowSocket(AF_NETLINK, NETLINK_KOBJECT_UEVENT);
-    filter->AllowIf(SCMP_SYS(socketpair), 0, Filter::kInt, AF_UNIX);
-    if (!displayServer)
-        return;
     filter->Allow(kDisplayCalls);
     filter->AllowSocket(AF_UNIX, 0);
 }
 
+bool Load(Filter *filter, std::string *fault)
+{
+    const int error = filter->Load();
+    if (error != 0)
+        *fault = std::string("system calls cannot be restricted: ") + std::strerror(-error);
+    return error == 0;
+}
+
 } // namespace
 
-bool RestrictSystemCalls(bool displayServer, std::string *fault)
+bool ForbidTampering(std::string *fault)
+{
+    Filter filter(SCMP_ACT_ALLOW);
+    for (const int call : kTamperingCalls)
+        filter.Answer(call, EPERM);
+    for (const int call : {SCMP_SYS(kill), SCMP_SYS(tgkill)})
+        filter.AnswerUnless(call, static_cast<std::uint64_t>(getpid()), EPERM);
+    return Load(&filter, fault);
+}
+
+bool RestrictSystemCalls(const Confinement &confinement, std::string *fault)
 {
     Filter filter(SCMP_ACT_ERRNO(EPERM));
     filter.Allow(kFileCalls);
     filter.Allow(kMemoryCalls);
     filter.Allow(kThreadCalls);
     filter.Allow(kQuestionCalls);
+    filter.Allow(kSocketCalls);
+    filter.AllowIf(SCMP_SYS(socketpair), 0, Filter::kInt, AF_UNIX);
     AllowDeviceCalls(&filter);
     AllowThreads(&filter);
-    AllowSockets(&filter, displayServer);
-    const int error = filter.Load();
-    if (error != 0)
-        *fault = std::string("system calls cannot be restricted: ") + std::strerror(-error);
-    return error == 0;
+    if (confinement.terminal)
+        AllowTerminal(&filter);
+    else
+        AllowInputAndFramebuffer(&filter);
+    if (confinement.displayServer)
+        AllowDisplayServer(&filter);
+    return Load(&filter, fault);
 }
 
 } // namespace host

@@ -54,6 +54,7 @@ void AddOptions(CLI::App *app, CommandLine *line)
         ->required()
         ->check(CLI::ExistingDirectory);
     app->add_option("--volume", line->volume, "LUKS2 volume, a device or a file")
+        ->type_name("FILE")
         ->required()
         ->check(CheckNotEmpty);
     app->add_option("--mapper-name", line->mapperName, "Map the opened volume under this name")
@@ -61,11 +62,12 @@ void AddOptions(CLI::App *app, CommandLine *line)
     app->add_option("--mapper-options", line->mapperOptions,
                     "Options of the mapping, as the fourth field of /etc/crypttab has them")
         ->needs("--mapper-name");
-    app->add_option("--log", line->log,
-                    "Append the log to this file (default: PBE_LOG, else standard error)");
+    app->add_option("--log", line->log, "Append the log to this file (default: PBE_LOG, else standard error)")
+        ->type_name("FILE");
     app->add_option("--log-severity", line->logSeverity, "300 errors, 700 calls, 900 details");
     app->add_option("--module", line->module,
-                    "The view module (default: beside this program, else installed)");
+                    "The view module (default: beside this program, else installed)")
+        ->type_name("FILE");
     app->add_option_function<std::string>(
            "--state", [line](const std::string &place) { line->stateInHeader = place == "header"; },
            "Where failed logins are counted: root (ROOT/pba/state.json), or header, for a root that does "
@@ -74,6 +76,15 @@ void AddOptions(CLI::App *app, CommandLine *line)
         ->check(CLI::IsMember({"root", "header"}));
     app->add_option("--pkcs11-module", line->tokenModule,
                     "PKCS#11 module for tokens (default: all that p11-kit's configuration names)")
+        ->type_name("FILE")
+        ->check(CheckNotEmpty);
+    app->add_option("--token-timeout", line->tokenTimeout,
+                    "Seconds that a token, and whoever types its PIN at the reader, may take for an answer")
+        ->check(CLI::Range(1, 3600))
+        ->capture_default_str();
+    app->add_option("--token-user", line->tokenUser,
+                    "Whom PKCS#11 modules run as, when root starts them: a name, or UID:GID,GID... (default: "
+                    "pba-token, where there is such a user, else 65533:65533)")
         ->check(CheckNotEmpty);
     app->add_flag("--test-boot", line->testBoot, "Show the test-boot page instead of a login");
     app->add_flag("--allow-autologon", line->autologonAllowed, "Allow one automatic logon");
@@ -88,14 +99,21 @@ void AddOptions(CLI::App *app, CommandLine *line)
 
 } // namespace
 
+void Describe(CLI::App *app, CommandLine *line)
+{
+    app->name("pba_host");
+    app->description("Pre-boot authentication: a login opens a LUKS2 volume.");
+    app->set_version_flag("--version", "pba_host " PBA_VERSION);
+    app->set_help_flag("--help", "Print this help and exit");
+    app->footer(kFooter);
+    AddOptions(app, line);
+}
+
 std::optional<CommandLine> ParseCommandLine(int argc, char **argv, int *exitCode)
 {
     CommandLine line;
-    CLI::App app("Pre-boot authentication: a login opens a LUKS2 volume.", "pba_host");
-    app.set_version_flag("--version", "pba_host " PBA_VERSION);
-    app.set_help_flag("--help", "Print this help and exit");
-    app.footer(kFooter);
-    AddOptions(&app, &line);
+    CLI::App app;
+    Describe(&app, &line);
     try {
         app.parse(argc, argv);
         return line;

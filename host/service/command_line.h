@@ -6,6 +6,10 @@
 #include <optional>
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace host {
 
 struct CommandLine
@@ -19,12 +23,17 @@ struct CommandLine
     std::string module;
     bool stateInHeader = false;
     std::string tokenModule;
+    unsigned tokenTimeout = 60; // seconds
+    std::string tokenUser;
     bool testBoot = false;
     bool autologonAllowed = false;
     bool noPasswordLogin = false;
     bool text = false;
     std::string screenUser;
 };
+
+// Also makes the manual. `line` must outlive the parsing.
+void Describe(CLI::App *app, CommandLine *line);
 
 // Nothing when the program is to end with `*exitCode`: after --help and --version, which write to standard
 // output, and after a fault, one line on standard error.

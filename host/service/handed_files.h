@@ -19,6 +19,8 @@ public:
     // Those of the root that the platform knows. What is missing, no regular file, or for automatic logons
     // while they are not allowed, is not among them.
     explicit HandedFiles(bool autologonAllowed);
+    // What was made for a screen to write, and was not, does not stay.
+    static void RemoveUnwritten();
 
     // For the screen's command line: "--file", "NAME=DESCRIPTOR", for each of them.
     std::vector<std::string> Arguments() const;

@@ -11,6 +11,7 @@
 #include "host/log.h"
 #include "host/service/deciders.h"
 #include "host/service/exit_codes.h"
+#include "host/service/runtime_directory.h"
 #include "host/service/screen_commands.h"
 #include "host/service/screen_keeper.h"
 #include "host/service/stop_signals.h"
@@ -68,7 +69,7 @@ int ExitCode(const UnlockSession &unlockSession, const ScreenKeeper &keeper)
     return why.empty() ? exitCode : Refuse(why, exitCode);
 }
 
-int RunHost(const CommandLine &line, ScreenKeeper *keeper)
+int RunHost(const CommandLine &line, TokenOptions tokens, ScreenKeeper *keeper)
 {
     std::unique_ptr<volume::Header> header;
     volume::Error error = volume::Error::None;
@@ -81,7 +82,7 @@ int RunHost(const CommandLine &line, ScreenKeeper *keeper)
                       error == volume::Error::NoAccess ? kExitNoAccess : kExitUsage);
     }
     Deciders deciders(line, *header);
-    Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed);
+    Service service(deciders.unlockSession, deciders.throttle, deciders.autologonAllowed, std::move(tokens));
     keeper->Run(service);
     return ExitCode(deciders.unlockSession, *keeper);
 }
@@ -97,14 +98,18 @@ int Main(int argc, char **argv)
         return Refuse(line->log + ": cannot be written; give --log another file");
     std::string fault;
     const std::string user = FindScreenUser(line->screenUser, &fault);
+    const std::string tokenUser = FindTokenUser(line->tokenUser, &fault);
     if (!fault.empty())
         return Refuse(fault);
+    const RuntimeDirectory runtime(user);
     const Terminals terminals;
     std::vector<ScreenCommand> screens = ScreenCommands(*line, user, terminals.IsTerminal());
     if (screens.empty())
         return Refuse("standard input is no terminal; start --text at one", kExitViewFailed);
     ScreenKeeper keeper(terminals, signals.Number(), std::move(screens));
-    return RunHost(*line, &keeper);
+    exitCode = RunHost(*line, TokenOptionsFor(*line, tokenUser), &keeper);
+    HandedFiles::RemoveUnwritten();
+    return exitCode;
 }
 
 } // namespace

@@ -11,9 +11,15 @@
 namespace host {
 namespace {
 
-// The package makes such a user; without it, whoever has no files of his own.
-constexpr char kDefaultUser[] = "pba-screen";
-constexpr char kNobody[] = "65534:65534";
+// The package makes such users; without them, those who have no files of their own.
+struct UserRole
+{
+    const char *option;
+    const char *usual;
+    const char *nobody;
+};
+constexpr UserRole kScreenUser{"--screen-user", "pba-screen", "65534:65534"};
+constexpr UserRole kTokenUser{"--token-user", "pba-token", "65533:65533"};
 
 std::string Beside(const char *program)
 {
@@ -41,21 +47,40 @@ ScreenCommand Picture(const CommandLine &line, const std::string &user)
     return command;
 }
 
+std::string FindUser(const UserRole &role, const std::string &chosen, std::string *fault)
+{
+    const bool root = geteuid() == 0;
+    if (!root && !chosen.empty())
+        *fault = std::string(role.option) + ": only root can start a process as another user";
+    if (!root)
+        return {};
+    std::optional<Identity> identity = FindIdentity(chosen.empty() ? role.usual : chosen);
+    if (!identity && chosen.empty())
+        identity = FindIdentity(role.nobody);
+    if (!identity)
+        *fault =
+            std::string(role.option) + ' ' + chosen + ": not known, or root's in part; name an ordinary user";
+    return identity ? InNumbers(*identity) : std::string();
+}
+
 } // namespace
 
 std::string FindScreenUser(const std::string &chosen, std::string *fault)
 {
-    const bool root = geteuid() == 0;
-    if (!root && !chosen.empty())
-        *fault = "--screen-user: only root can start the screen as another user";
-    if (!root)
-        return {};
-    std::optional<Identity> identity = FindIdentity(chosen.empty() ? kDefaultUser : chosen);
-    if (!identity && chosen.empty())
-        identity = FindIdentity(kNobody);
-    if (!identity)
-        *fault = "--screen-user " + chosen + ": not known, or root's in part; name an ordinary user";
-    return identity ? InNumbers(*identity) : std::string();
+    return FindUser(kScreenUser, chosen, fault);
+}
+
+std::string FindTokenUser(const std::string &chosen, std::string *fault)
+{
+    return FindUser(kTokenUser, chosen, fault);
+}
+
+TokenOptions TokenOptionsFor(const CommandLine &line, const std::string &user)
+{
+    TokenOptions options{Beside("pba_token"), {}, user, std::chrono::seconds(line.tokenTimeout)};
+    if (!line.tokenModule.empty())
+        options.modules.push_back(line.tokenModule);
+    return options;
 }
 
 std::vector<ScreenCommand> ScreenCommands(const CommandLine &line, const std::string &user, bool hasTerminal)

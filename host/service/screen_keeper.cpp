@@ -92,7 +92,8 @@ void ScreenKeeper::Step()
     pollfd entries[] = {{m_signals, POLLIN, 0},
                         {m_worker.Done(), POLLIN, 0},
                         {IsListening() ? m_screen->server.Descriptor() : -1, POLLIN, 0},
-                        {m_screen ? m_screen->process.Descriptor() : -1, POLLIN, 0}};
+                        {m_screen ? m_screen->process.Descriptor() : -1, POLLIN, 0},
+                        {m_service ? m_service->Tokens().Descriptor() : -1, POLLIN, 0}};
     const protocol::Limit left = m_screen && m_screenEnds ? m_screenEnds->Left() : std::nullopt;
     const int ready = poll(entries, std::size(entries), left ? static_cast<int>(left->count()) : -1);
     if (ready == 0 && m_screen) {
@@ -109,19 +110,28 @@ void ScreenKeeper::Step()
         Listen();
     if (entries[3].revents != 0)
         OnScreenEnd();
+    if (entries[4].revents != 0)
+        TellTokens();
 }
 
 void ScreenKeeper::Listen()
 {
     std::optional<protocol::Request> request = m_screen->server.Receive();
     if (request) {
-        m_worker.Begin(
-            [this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
+        m_worker.Begin([this, asked = std::move(*request)] { m_reply.emplace(m_service->Answer(asked)); });
     } else if (!m_screen->server.IsOpen()) {
-        if (!m_finished)
+        if (m_screen->server.WhyClosed() != protocol::Fault::Gone)
             Log(kLogErrors, std::string("The screen: ") + protocol::Describe(m_screen->server.WhyClosed()));
         EndScreen();
     }
+}
+
+// Each list once, and before an answer that was given with it in mind.
+void ScreenKeeper::TellTokens()
+{
+    const std::optional<protocol::Tokens> tokens = m_service->Tokens().Take();
+    if (m_screen && tokens && std::exchange(m_screen->listTold, tokens->generation) != tokens->generation)
+        m_screen->server.Tell(*tokens);
 }
 
 void ScreenKeeper::FinishWork()
@@ -136,6 +146,7 @@ void ScreenKeeper::FinishAnswer()
     const protocol::AnyReply reply = std::move(*m_reply);
     m_reply.reset();
     m_finished |= IsTheEnd(reply);
+    TellTokens();
     const bool told = !std::exchange(m_outdated, false) && m_screen &&
                       std::visit([this](const auto &one) { return m_screen->server.Reply(one); }, reply);
     if (!told)
@@ -152,11 +163,13 @@ void ScreenKeeper::OnScreenEnd()
     const ScreenEnd end = m_screen->process.Reap();
     m_screen.reset();
     m_outdated = m_service && m_worker.IsBusy();
+    if (m_outdated)
+        m_service->Interrupt();
     if (m_service && !m_outdated)
         m_service->Forget();
     if (m_finished || m_stopped)
         return m_terminals.Restore();
-    Log(kLogErrors, "The screen has ended " + end.description + ".");
+    Log(IsForGood(end) ? kLogCalls : kLogErrors, "The screen has ended " + end.description + ".");
     Replace(end);
 }
 
@@ -199,6 +212,8 @@ void ScreenKeeper::OnSignal()
         _exit(kExitSignal);
     }
     m_stopped = true;
+    if (m_service)
+        m_service->Interrupt();
     if (m_screen) {
         m_screen->server.Tell(protocol::Stop{});
         EndScreen();

@@ -61,12 +61,14 @@ private:
         Screen(const ScreenCommand &command, std::pair<int, int> ends);
         protocol::Server server;
         ScreenProcess process;
+        std::uint32_t listTold = 0; // of tokens
     };
 
     bool IsListening() const { return m_service && m_screen && !m_outdated; }
     void StartScreen();
     void Step();
     void Listen();
+    void TellTokens();
     void FinishWork();
     void FinishAnswer();
     void OnScreenEnd();

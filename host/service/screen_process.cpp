@@ -64,7 +64,7 @@ void CloseStandardInput()
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     execv(arguments[0], arguments);
     constexpr std::string_view kMissing =
-        "pba_host: the program of the screen is not beside it or cannot be run; install both anew\n";
+        "pba_host: a program that it starts is not beside it or cannot be run; install both anew\n";
     _exit(write(STDERR_FILENO, kMissing.data(), kMissing.size()) < 0 ? kScreenFailed : kScreenCannotStand);
 }
 

@@ -14,9 +14,9 @@ namespace host {
 struct ScreenCommand
 {
     std::string program;
-    std::vector<std::string> arguments; // behind "--channel DESCRIPTOR"
-    std::vector<int> descriptors;       // that the arguments name
-    bool asksAtTerminal;                // at standard input's; else it has none
+    std::vector<std::string> arguments;       // behind "--channel DESCRIPTOR"
+    std::vector<int> descriptors;             // that the arguments name
+    bool asksAtTerminal;                      // at standard input's; else it has none
     std::function<HandedFiles()> openFiles{}; // that it gets besides, opened anew for each screen
 };
 

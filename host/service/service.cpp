@@ -7,6 +7,7 @@
 
 #include "host/log.h"
 #include "host/service/offered_ways.h"
+#include "host/token_process/wire.h"
 #include "volume/luks/policy.h"
 
 namespace host {
@@ -77,12 +78,15 @@ protocol::RecoveryResult ToTell(RecoverySession::Answer answer)
 
 } // namespace
 
-Service::Service(UnlockSession &unlockSession, LoginThrottle &throttle, bool autologonAllowed)
+Service::Service(UnlockSession &unlockSession, LoginThrottle &throttle, bool autologonAllowed,
+                 TokenOptions tokens)
     : m_unlockSession(unlockSession)
     , m_gate(unlockSession, throttle)
     , m_recovery(unlockSession)
+    , m_tokens(unlockSession, std::move(tokens))
     , m_autologonAllowed(autologonAllowed)
 {
+    m_tokens.Offers(); // so that the modules are loaded beside the screen
 }
 
 protocol::AnyReply Service::Answer(const protocol::Request &request)
@@ -104,13 +108,16 @@ void Service::Forget()
     m_recovery.End();
 }
 
-// The automatic logon at most once, so that a wrong credentials file does not try for ever. Tokens are not
-// offered: there is no list of them yet.
+// The automatic logon at most once, so that a wrong credentials file does not try for ever.
 protocol::HelloReply Service::Do(const protocol::Hello &)
 {
     Forget();
     m_unlockSession.LookAnew();
     protocol::HelloReply reply;
+    m_tokens.Resume();
+    reply.tokensOffered = m_tokens.Offers();
+    if (reply.tokensOffered)
+        Tokens().AwaitFirst();
     reply.passwordsOffered = OffersPasswords(m_unlockSession);
     reply.testBoot = m_unlockSession.IsTestBoot();
     reply.autologonAllowed = std::exchange(m_autologonAllowed, false);
@@ -139,11 +146,16 @@ protocol::TryPasswordReply Service::Do(const protocol::TryPassword &request)
                  : protocol::TryPasswordReply{LoginResult::Failed, 0, ToTell(error)};
 }
 
-// No list was told, so that nothing stands at any of its places.
-protocol::TryTokenReply Service::Do(const protocol::TryToken &)
+protocol::TryTokenReply Service::Do(const protocol::TryToken &request)
 {
-    m_unlockSession.Forget();
-    return {protocol::TokenError::Removed};
+    const auto [error, volumeError] = m_tokens.Try(request.generation, request.index, request.pin);
+    if (volumeError != Error::None)
+        Log(kLogErrors, std::string("Login by token refused: ") + volume::Describe(volumeError));
+    else if (error != token::Error::None)
+        Log(kLogCalls, std::string("Login by token refused: ") + token::Describe(error));
+    else
+        Log(kLogCalls, "Login by token: the keyslot is open.");
+    return {token_process::ToMessage(error), ToTell(volumeError)};
 }
 
 protocol::CheckReplaceableReply Service::Do(const protocol::CheckReplaceable &)

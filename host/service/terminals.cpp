@@ -53,9 +53,8 @@ bool NamesFramebuffer()
 
 bool MayDrawOnFramebuffer()
 {
-    return NamesFramebuffer() ||
-           (Environment("QT_QPA_PLATFORM").empty() && Environment("DISPLAY").empty() &&
-            Environment("WAYLAND_DISPLAY").empty());
+    return NamesFramebuffer() || (Environment("QT_QPA_PLATFORM").empty() && Environment("DISPLAY").empty() &&
+                                  Environment("WAYLAND_DISPLAY").empty());
 }
 
 std::optional<termios> SettingsOfInput()

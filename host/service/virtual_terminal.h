@@ -12,7 +12,8 @@ namespace host {
 class VirtualTerminal
 {
 public:
-    // Remembers how it is, to be restored; nothing when `descriptor`, which is not owned, is no such terminal.
+    // Remembers how it is, to be restored; nothing when `descriptor`, which is not owned, is no such
+    // terminal.
     static std::optional<VirtualTerminal> At(int descriptor);
 
     // For drawing on the framebuffer: no text is drawn over the picture, and no key reaches this terminal,

@@ -1,50 +1,60 @@
 // SPDX-License-Identifier: Apache-2.0
-// pba_text: asks at a terminal, its standard input and output, for what pba_host wants to know. Started by
-// it:
-//   pba_text --channel DESCRIPTOR --root DIRECTORY
-// Exit codes: 0 the system starts, 1 the terminal or the service has ended before, 2 not to be used like
-// this.
+// pba_text: asks at a terminal, its standard input and output, for what pba_host, which has started it, wants
+// to know.
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 #include "base/process_protection.h"
 #include "host/protocol/socket_channel.h"
+#include "host/screen/confinement.h"
+#include "host/screen/exit_codes.h"
+#include "host/screen/options.h"
 #include "host/text/text_screen.h"
 
 namespace {
 
-int Refuse(const char *what)
+// In the name of the program that the person has started.
+int Refuse(const char *what, int exitCode)
 {
-    std::fprintf(stderr, "pba_text: %s\n", what);
-    return 2;
+    std::fprintf(stderr, "pba_host: %s\n", what);
+    return exitCode;
 }
 
-int Talk(int channel, const char *root)
+bool PutUpWalls(const host::ScreenOptions &options, std::string *fault)
 {
-    protocol::Client client(std::make_unique<protocol::SocketChannel>(channel));
+    host::Confinement confinement = host::ForTerminal(options.root);
+    confinement.user = options.user;
+    confinement.descriptors = options.Descriptors();
+    return Confine(confinement, fault);
+}
+
+int Talk(const host::ScreenOptions &options)
+{
+    protocol::Client client(std::make_unique<protocol::SocketChannel>(options.channel));
     const text::Terminal terminal(client.Descriptor(),
                                   [&] { return client.TakeEvents() && !client.StopRequested(); });
     if (!terminal.IsUsable())
-        return Refuse("standard input is no terminal; start pba_host --text at one");
-    const text::Catalogue catalogue(std::string(root) + "/pba/l10n_text");
+        return Refuse("standard input is no terminal; start --text at one", host::kScreenCannotStand);
+    const host::Catalogue catalogue(options.root + "/pba/l10n_text");
     const bool started = text::TextScreen(client, terminal, catalogue).Run();
     if (!started && client.WhyClosed() > protocol::Fault::Gone)
         std::fprintf(stderr, "pba_text: %s\n", protocol::Describe(client.WhyClosed()));
-    return started ? 0 : 1;
+    return started || client.StopRequested() ? host::kScreenDone : host::kScreenFailed;
 }
 
 } // namespace
 
+// The ends of the line and of the service are noticed, and put the terminal right.
 int main(int argc, char **argv)
 {
     base::ProtectProcess();
-    std::signal(SIGHUP, SIG_IGN); // the ends of the line and of the service are noticed, and put it right
-    if (argc != 5 || std::strcmp(argv[1], "--channel") != 0 || std::strcmp(argv[3], "--root") != 0)
-        return Refuse("it is started by pba_host --text");
-    const int channel = std::atoi(argv[2]);
-    if (!protocol::SocketChannel::IsUsable(channel))
-        return Refuse("there is no service; it is started by pba_host --text");
-    return Talk(channel, argv[4]);
+    std::signal(SIGHUP, SIG_IGN);
+    const std::optional<host::ScreenOptions> options = host::ParseScreenOptions(argc, argv);
+    if (!options || !protocol::SocketChannel::IsUsable(options->channel))
+        return Refuse("pba_text is started by pba_host", host::kScreenUsage);
+    std::string fault;
+    if (!PutUpWalls(*options, &fault))
+        return Refuse(fault.c_str(), host::kScreenCannotStand);
+    base::LockMemory();
+    return Talk(*options);
 }

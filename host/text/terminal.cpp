@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/text/terminal.h"
 
-#include <cerrno>
-
 #include <poll.h>
 #include <unistd.h>
 
+#include "base/write_all.h"
 #include "host/protocol/channel.h"
 #include "host/protocol/messages.h"
 
@@ -21,25 +20,19 @@ Terminal::Terminal(int watched, std::function<bool()> goesOn)
 
 Terminal::~Terminal()
 {
-    if (m_usable)
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
 }
 
+// Where nothing can be shown, reading fails as well.
 void Terminal::Say(std::string_view line) const
 {
-    while (!line.empty()) {
-        const ssize_t written = write(STDOUT_FILENO, line.data(), line.size());
-        if (written < 0 && errno != EINTR)
-            return;
-        line.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-    }
+    static_cast<void>(base::WriteAll(STDOUT_FILENO, line));
 }
 
-// No key ends or stops this program, or the end of the input: whoever is at the line only gets what it asks.
+// What is no terminal takes no settings. No key ends or stops this program, or the end of the input: whoever
+// is at the line only gets what it asks.
 void Terminal::Set(Echo echo) const
 {
-    if (!m_usable)
-        return;
     termios settings = m_before;
     settings.c_iflag = (settings.c_iflag & ~static_cast<tcflag_t>(IGNCR | IXON)) | ICRNL | IUTF8;
     settings.c_oflag |= OPOST | ONLCR;
@@ -71,22 +64,17 @@ std::optional<base::Secret> Terminal::Ask(std::string_view prompt, Echo echo) co
     return line;
 }
 
+// What is ready to be read is read without waiting, so no signal comes between.
 bool Terminal::ReadLine(base::Secret *line) const
 {
     bool fits = true;
-    for (;;) {
+    char byte = 0;
+    while (byte != '\n') {
         const Input input = Await(-1);
-        if (input == Input::Ended)
+        if (input == Input::Ended || (input == Input::Ready && read(STDIN_FILENO, &byte, 1) != 1))
             return false;
-        char byte = 0;
-        const ssize_t size = input == Input::Ready ? read(STDIN_FILENO, &byte, 1) : -1;
-        if (size == 0 || (input == Input::Ready && size < 0 && errno != EINTR))
-            return false;
-        if (size < 0)
-            continue;
-        if (byte == '\n')
-            break;
-        fits &= line->Append(byte);
+        if (input == Input::Ready && byte != '\n')
+            fits &= line->Append(byte);
     }
     if (!fits)
         line->Wipe();

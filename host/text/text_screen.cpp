@@ -4,76 +4,15 @@
 #include <sys/random.h>
 
 #include "base/code_string.h"
-
-// Known to the translation tools, which collect the texts from these marks.
-#define QT_TRANSLATE_NOOP(context, text) text
+#include "host/screen/error_messages.h"
+#include "host/screen/prompts.h"
 
 namespace text {
-namespace {
 
 using base::Secret;
 using protocol::VolumeError;
 
-constexpr char kUserPrompt[] = QT_TRANSLATE_NOOP("pba_host", "User name (? for a forgotten password): ");
-constexpr char kDomainPrompt[] = QT_TRANSLATE_NOOP("pba_host", "Domain (may be empty): ");
-constexpr char kPasswordPrompt[] = QT_TRANSLATE_NOOP("pba_host", "Password: ");
-constexpr char kNewPasswordPrompt[] = QT_TRANSLATE_NOOP("pba_host", "New password: ");
-constexpr char kAgainPrompt[] = QT_TRANSLATE_NOOP("pba_host", "New password, once more: ");
-constexpr char kPasswordsDiffer[] =
-    QT_TRANSLATE_NOOP("pba_host", "The two passwords are not the same. Please try again.");
-constexpr char kPleaseWait[] = QT_TRANSLATE_NOOP("pba_host", "Please wait.");
-constexpr char kReadOut[] =
-    QT_TRANSLATE_NOOP("pba_host", "Please read these lines to the system administrator:");
-constexpr char kResponsePrompt[] =
-    QT_TRANSLATE_NOOP("pba_host", "Line %1 of the response (empty to give up): ");
-constexpr char kLineWrong[] =
-    QT_TRANSLATE_NOOP("pba_host", "There is a mistake in this line. Please check it and try again.");
-constexpr char kResponseRejected[] =
-    QT_TRANSLATE_NOOP("pba_host", "The response is not accepted. Please check it and try again.");
-constexpr char kSystemStarts[] = QT_TRANSLATE_NOOP("pba_host", "The operating system starts.");
-constexpr char kTestBootEnds[] = QT_TRANSLATE_NOOP("pba_host", "The test boot has succeeded.");
-
-
-const host::MessageText &MessageFor(VolumeError error)
-{
-    switch (error) {
-    case VolumeError::WrongPassword:
-        return host::kWrongPassword;
-    case VolumeError::OutOfMemory:
-        return host::kOutOfMemory;
-    case VolumeError::Vanished:
-        return host::kVolumeVanished;
-    case VolumeError::PasswordTooShort:
-        return host::kPasswordTooShort;
-    case VolumeError::PasswordUnchanged:
-        return host::kPasswordUnchanged;
-    case VolumeError::Busy:
-        return host::kVolumeBusy;
-    case VolumeError::DiskFault:
-        return host::kDiskFault;
-    default:
-        return host::kVolumeUnreadable;
-    }
-}
-
-bool AnotherPasswordMayDo(VolumeError error)
-{
-    return error == VolumeError::PasswordTooShort || error == VolumeError::PasswordUnchanged ||
-           error == VolumeError::OutOfMemory;
-}
-
-std::string InGroups(const std::string &line)
-{
-    constexpr std::size_t kGroup = 4;
-    std::string groups = " ";
-    for (std::size_t i = 0; i < line.size(); i += kGroup)
-        groups += " " + line.substr(i, kGroup);
-    return groups;
-}
-
-} // namespace
-
-TextScreen::TextScreen(protocol::Client &client, const Terminal &terminal, const Catalogue &catalogue)
+TextScreen::TextScreen(protocol::Client &client, const Terminal &terminal, const host::Catalogue &catalogue)
     : m_client(client)
     , m_terminal(terminal)
     , m_catalogue(catalogue)
@@ -96,7 +35,7 @@ bool TextScreen::Run()
 template <typename Request>
 auto TextScreen::AskService(const Request &request)
 {
-    SayLine(m_catalogue.Get(kPleaseWait));
+    SayLine(m_catalogue.Get(host::kPleaseWait));
     auto reply = m_client.Ask(request);
     m_terminal.Discard();
     return reply;
@@ -104,15 +43,15 @@ auto TextScreen::AskService(const Request &request)
 
 TextScreen::Next TextScreen::LogIn()
 {
-    const auto user = m_terminal.Ask(m_catalogue.Get(kUserPrompt), Echo::On);
+    const auto user = m_terminal.Ask(m_catalogue.Get(host::kUserPrompt), Echo::On);
     if (!user)
         return Next::End;
     if (user->View() == "?")
         return Recover();
     if (user->IsEmpty())
         return Next::Login;
-    const auto domain = m_terminal.Ask(m_catalogue.Get(kDomainPrompt), Echo::On);
-    auto password = domain ? m_terminal.Ask(m_catalogue.Get(kPasswordPrompt), Echo::Off) : std::nullopt;
+    const auto domain = m_terminal.Ask(m_catalogue.Get(host::kDomainPrompt), Echo::On);
+    auto password = domain ? m_terminal.Ask(m_catalogue.Get(host::kPasswordPrompt), Echo::Off) : std::nullopt;
     if (!password)
         return Next::End;
     return TryPassword(std::string(domain->View()), std::string(user->View()), std::move(*password));
@@ -148,18 +87,19 @@ TextScreen::Next TextScreen::AfterLogin(const protocol::TryPasswordReply &reply)
     case protocol::LoginResult::Failed:
         break;
     }
-    Say(MessageFor(reply.error));
+    Say(host::MessageFor(reply.error));
     return Next::Login;
 }
 
 TextScreen::Next TextScreen::ReplacePassword()
 {
-    auto password = m_terminal.Ask(m_catalogue.Get(kNewPasswordPrompt), Echo::Off);
-    const auto again = password ? m_terminal.Ask(m_catalogue.Get(kAgainPrompt), Echo::Off) : std::nullopt;
+    auto password = m_terminal.Ask(m_catalogue.Get(host::kNewPasswordPrompt), Echo::Off);
+    const auto again =
+        password ? m_terminal.Ask(m_catalogue.Get(host::kAgainPrompt), Echo::Off) : std::nullopt;
     if (!again)
         return Next::End;
     if (password->View() != again->View()) {
-        SayLine(m_catalogue.Get(kPasswordsDiffer));
+        SayLine(m_catalogue.Get(host::kPasswordsDiffer));
         return Next::NewPassword;
     }
     const auto reply = AskService(protocol::ReplacePassword{std::move(*password)});
@@ -170,8 +110,8 @@ TextScreen::Next TextScreen::AfterReplacing(const protocol::ReplacePasswordReply
 {
     if (reply.error == VolumeError::None)
         return Next::Start;
-    const bool another = AnotherPasswordMayDo(reply.error);
-    Say(another ? MessageFor(reply.error) : host::kPasswordNotSaved);
+    const bool another = host::AnotherPasswordMayDo(reply.error);
+    Say(another ? host::MessageFor(reply.error) : host::kPasswordNotSaved);
     if (another)
         return Next::NewPassword;
     return reply.letIn ? Next::Start : Forget();
@@ -198,24 +138,22 @@ TextScreen::Next TextScreen::ShowChallenge(std::size_t entropyBytes)
     const auto reply = m_client.Ask(protocol::RecoveryEntropy{std::move(bytes)});
     if (!reply || reply->challenge.empty())
         return Forget();
-    SayLine(m_catalogue.Get(kReadOut));
+    SayLine(m_catalogue.Get(host::kReadOut));
     for (const protocol::CodeLine &line : reply->challenge)
-        SayLine(InGroups(line.text));
+        SayLine("  " + base::InGroups(line.text));
     return AskResponse();
 }
 
 // Empty to give up; nothing when the conversation has ended.
 std::optional<Secret> TextScreen::AskCodeLine(std::size_t row)
 {
-    const std::string prompt = m_catalogue.Get(kResponsePrompt, std::to_string(row + 1));
+    const std::string prompt = m_catalogue.Get(host::kResponsePrompt, std::to_string(row + 1));
     while (auto line = m_terminal.Ask(prompt, Echo::On)) {
-        auto code = base::NormaliseCode(line->View());
-        const int place = base::kFirstResponseRow + static_cast<int>(row);
         if (line->IsEmpty())
             return line;
-        if (code && base::IsCodeString(code->View(), base::kResponseDigits, place))
+        if (auto code = base::NormaliseResponse(line->View(), row))
             return code;
-        SayLine(m_catalogue.Get(kLineWrong));
+        SayLine(m_catalogue.Get(host::kLineWrong));
     }
     return std::nullopt;
 }
@@ -245,13 +183,13 @@ TextScreen::Next TextScreen::AfterResponse(const protocol::RecoveryFinishReply &
         Say(host::kRecoveryRejectedTooOften);
         return Forget();
     case protocol::RecoveryResult::Rejected:
-        SayLine(m_catalogue.Get(kResponseRejected));
+        SayLine(m_catalogue.Get(host::kResponseRejected));
         break;
     case protocol::RecoveryResult::UnknownUser:
         Say(host::kRecoveryUnknownUser);
         break;
     case protocol::RecoveryResult::Failed:
-        Say(MessageFor(reply.error));
+        Say(host::MessageFor(reply.error));
         break;
     }
     return AskResponse();
@@ -269,7 +207,7 @@ TextScreen::Next TextScreen::Start()
     const bool testBoot = reply && reply->result == protocol::StartResult::TestBootEnded;
     m_started = testBoot || (reply && reply->result == protocol::StartResult::Started);
     if (m_started)
-        SayLine(m_catalogue.Get(testBoot ? kTestBootEnds : kSystemStarts));
+        SayLine(m_catalogue.Get(testBoot ? host::kTestBootEnds : host::kSystemStarts));
     else
         Say(host::kVolumeUnreadable);
     return m_started ? Next::End : Next::Login;

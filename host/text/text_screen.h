@@ -4,8 +4,8 @@
 #pragma once
 
 #include "host/protocol/client.h"
+#include "host/screen/catalogue.h"
 #include "host/screen/texts.h"
-#include "host/text/catalogue.h"
 #include "host/text/terminal.h"
 
 namespace text {
@@ -14,7 +14,7 @@ class TextScreen
 {
 public:
     // All three must outlive this object.
-    TextScreen(protocol::Client &client, const Terminal &terminal, const Catalogue &catalogue);
+    TextScreen(protocol::Client &client, const Terminal &terminal, const host::Catalogue &catalogue);
 
     // Until the system starts: then true. False when the service or the terminal has ended before.
     bool Run();
@@ -47,7 +47,7 @@ private:
 
     protocol::Client &m_client;
     const Terminal &m_terminal;
-    const Catalogue &m_catalogue;
+    const host::Catalogue &m_catalogue;
     bool m_started = false;
 };
 

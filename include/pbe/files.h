@@ -4,6 +4,8 @@
 // Free of Qt.
 #pragma once
 
+#include <cstdint>
+
 #include "kro/result.h"
 #include "kro/string.h"
 #include "pbe/export.h"
@@ -25,6 +27,10 @@ PBE_EXPORT kro::result_t PbeGetFilePath(const char16_t *path, kro::string_t *fil
 // When it is refused it stays the caller's: kInvalidArgument for one that is not open or stands for another
 // path already, kAccessDenied for what is no regular file. To be called like PbeSetFileRoot.
 PBE_EXPORT kro::result_t PbeUseFile(const char16_t *path, int descriptor);
+
+// Such a file that is empty and was last changed at this moment, in seconds since 1970, was made by the host
+// to be written, and counts as missing until it has been.
+inline constexpr std::int64_t kPbeNotYetWritten = 500'000'000;
 
 // Whether something of that name exists, of whatever kind.
 PBE_EXPORT bool PbeFileExists(const char16_t *path);

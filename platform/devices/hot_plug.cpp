@@ -40,7 +40,6 @@ int HotPlug::CountPointingDevices()
 
 void HotPlug::Watch()
 {
-    m_tokens.Watch();
     if (!Devices())
         return;
     Devices()->Watch([this] {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Tells the windows when devices come and go.
+// Tells the windows when pointing devices come and go.
 #pragma once
 
 #include <memory>
@@ -8,7 +8,6 @@
 #include <QTimer>
 
 #include "platform/devices/pointing_devices.h"
-#include "platform/devices/token_notices.h"
 
 namespace pbe {
 
@@ -29,7 +28,6 @@ private:
     std::optional<int> m_known;
     QTimer m_watch;
     QTimer m_settle;
-    TokenNotices m_tokens;
 };
 
 } // namespace pbe

@@ -22,15 +22,12 @@ using UdevDevice = std::unique_ptr<udev_device, layouts::Unreference<udev_device
 class UdevWatch
 {
 public:
-    using Changed = std::function<void(udev_device *)>;
-
-    // Calls `changed` in the GUI thread from now on for each device that udev has classified or lost. With a
-    // null `deviceType` all of the subsystem count. False, logged with the name `what`, where udev cannot be
-    // watched. Called once.
-    bool Start(const char *subsystem, const char *deviceType, const char *what, Changed changed);
+    // Calls `changed` in the GUI thread from now on when udev has classified or lost devices. Where udev
+    // cannot be watched that is logged with the name `what`. Called once.
+    void Start(const char *subsystem, const char *what, std::function<void()> changed);
 
 private:
-    bool Open(const char *subsystem, const char *deviceType);
+    bool Open(const char *subsystem);
 
     Udev m_udev{udev_new()};
     UdevMonitor m_monitor;

@@ -47,8 +47,7 @@ int UdevDevices::Count()
 
 void UdevDevices::Watch(std::function<void()> changed)
 {
-    m_watch.Start(kSubsystem, nullptr, "pointing devices",
-                  [changed = std::move(changed)](udev_device *) { changed(); });
+    m_watch.Start(kSubsystem, "pointing devices", std::move(changed));
 }
 
 } // namespace

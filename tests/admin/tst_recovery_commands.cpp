@@ -4,8 +4,7 @@
 
 #include "admin/appended_line.h"
 #include "tests/host/scratch_volume.h"
-#include "tests/support/run_program.h"
-#include "tests/support/test_files.h"
+#include "tests/support/json_report.h"
 #include "tests/support/test_main.h"
 #include "volume/luks/policy.h"
 #include "volume/luks/users.h"
@@ -24,7 +23,8 @@ private slots:
     void initTestCase()
     {
         QCOMPARE(Admin({"status", "--volume", m_volume}).output, "Recovery:       not set up\n");
-        QCOMPARE(Admin({"keygen", "--out", m_keys, "--passphrase-stdin"}, kPassphrase).errors, QByteArray());
+        const Outcome made = Admin({"keygen", "--out", m_keys, "--passphrase-stdin", "--json"}, kPassphrase);
+        QCOMPARE(made.errors, QByteArray());
         QVERIFY(!(QFileInfo(Secret()).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
         const std::string file = ReadFile(Secret()).toStdString();
         const base::Secret passphrase = MakeSecret("correct horse battery");
@@ -36,6 +36,10 @@ private slots:
         const QByteArray shown = Admin({"status", "--volume", m_volume}).output;
         const std::string fingerprint = recovery::Fingerprint(recovery::PublicKeyOf(key));
         QVERIFY2(shown.contains("not used yet") && shown.contains(fingerprint.c_str()), shown);
+        const QJsonDocument status = ReadReport(Admin({"status", "--volume", m_volume, "--json"}).output);
+        QVERIFY(status["recovery"] == true && status["used"] == false);
+        QCOMPARE(status["administrator"], ReadReport(made.output)["fingerprint"]);
+        QCOMPARE(status["administrator"].toString().toStdString(), fingerprint);
     }
 
     void aCall()
@@ -52,9 +56,13 @@ private slots:
         const Outcome again = Respond(written, {"--spell"});
         QCOMPARE(again.errors, QByteArray());
         QVERIFY(again.output.startsWith(answered.output.left(29)) && again.output.count("\n  ") == 10);
+        const QJsonDocument report = ReadReport(Respond(computer.Challenge(), {"--json"}).output);
+        for (const int row : {0, 1})
+            QCOMPARE(report["response"][row].toString().toUtf8(),
+                     answered.output.split('\n')[row].mid(9).replace(" ", ""));
         // Another one: whoever has the first response still has the secret.
         QVERIFY(Respond(Computer(m_volume).Challenge()).errors.contains("given out before"));
-        QCOMPARE(ReadFile(m_escrow + ".log").count('\n'), 3);
+        QCOMPARE(ReadFile(m_escrow + ".log").count('\n'), 4);
     }
 
     void aRenewedSecret()

@@ -5,8 +5,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include "tests/support/run_program.h"
-#include "tests/support/test_files.h"
+#include "tests/support/json_report.h"
 #include "tests/support/test_main.h"
 
 // Each row of the findings spoils one thing in it.
@@ -38,6 +37,7 @@ private slots:
             QCOMPARE(Compile(json).errors, QByteArray());
             QCOMPARE(ReadFile(m_output).toHex(' '), expected.toHex(' '));
             json = Settings({"show", "--json", m_output}).output;
+            QVERIFY2(json.contains("P€"), json);
         }
     }
 
@@ -86,6 +86,7 @@ private slots:
             const Outcome outcome = Settings({"check", m_input});
             QVERIFY2(outcome.exitCode == 0 && outcome.output.contains(says), outcome.output);
             QVERIFY2(outcome.output.startsWith("warning: ") && outcome.output.count('\n') == 1, says);
+            QVERIFY(!Settings({"show", "--json", m_output}).output.contains("\u200b"));
         }
     }
 
@@ -115,6 +116,9 @@ private slots:
             WriteFile(m_directory.filePath(name), content);
             const Outcome outcome = Settings({"check", m_directory.filePath(name)});
             QVERIFY2((outcome.output + outcome.errors).contains(says), name);
+            const Outcome list = Settings({"check", "--json", m_directory.filePath(name)});
+            QVERIFY(list.exitCode == outcome.exitCode && list.errors.isEmpty());
+            QCOMPARE(ReadReport(list.output).array().isEmpty(), QByteArray(says).endsWith("in order"));
             QCOMPARE((outcome.output + outcome.errors).count('\n'), 1);
         }
     }

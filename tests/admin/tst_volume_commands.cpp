@@ -4,13 +4,9 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTemporaryDir>
 
-#include "tests/support/run_program.h"
-#include "tests/support/test_files.h"
+#include "tests/support/json_report.h"
 #include "tests/support/test_main.h"
 
 class VolumeCommandsTest : public QObject
@@ -79,6 +75,15 @@ private slots:
             QCOMPARE(Run(PBA_ADMIN, User("remove", path, name), "master\n").errors, QByteArray());
         QVERIFY(Opens(path, "master") && !Opens(path, "second one"));
         QCOMPARE(Report({"user", "list", "--volume", path}).array(), QJsonArray());
+
+        const char *const objects[] = {"{\"type\":\"pba-user\",\"keyslots\":[],\"domain\":\"\\ud800\\u001b["
+                                       "2J\\\"\",\"user\":\"\\u202e\"}",
+                                       "{\"type\":\"\xff\\u0007\",\"keyslots\":[\"0\"]}"};
+        for (const char *object : objects)
+            QCOMPARE(RunStandardTool({"token", "import", path}, object).errors, QByteArray());
+        const QJsonObject hostile = Report({"volume", "info", path}).object();
+        QCOMPARE(hostile["keyslots"][0]["purpose"].toString(), "\ufffd\u0007");
+        QCOMPARE(hostile["users"][0]["user"].toString(), "\u202e");
     }
 
     void thePolicy()
@@ -204,7 +209,7 @@ private:
     }
     static QJsonDocument Report(const QStringList &arguments)
     {
-        return QJsonDocument::fromJson(Run(PBA_ADMIN, arguments + QStringList{"--json"}).output);
+        return ReadReport(Run(PBA_ADMIN, arguments + QStringList{"--json"}).output);
     }
     static bool Opens(const QString &path, const QByteArray &password)
     {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program: no program is started by it from then on, nor by a child of it; each try is a
-// line in the file that EXEC_COUNTER_REPORT names. The kernel reports the tries, whoever makes them and how.
+// Preloaded into pba_host and what it starts: no program is started by pba_screen; each try is a line in the
+// file that EXEC_COUNTER_REPORT names. The kernel reports the tries, whoever makes them and how.
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
-#include <string>
 
 #include <fcntl.h>
 #include <linux/filter.h>
@@ -18,15 +18,12 @@
 
 namespace {
 
-const std::string s_report = std::getenv("EXEC_COUNTER_REPORT");
+int s_report = -1; // opened before the screen confines itself
 
-// Opens the file each time: a child closes all that it has before it is to become another program.
 void Note(const char *line, std::size_t size)
 {
-    const int report = open(s_report.c_str(), O_WRONLY | O_APPEND | O_CREAT, S_IRUSR | S_IWUSR);
-    if (write(report, line, size) < 0)
+    if (write(s_report, line, size) < 0)
         std::abort();
-    close(report);
 }
 
 void OnCall(int, siginfo_t *, void *context)
@@ -56,6 +53,10 @@ struct Counter
 {
     Counter()
     {
+        if (std::strcmp(program_invocation_short_name, "pba_screen") != 0)
+            return;
+        s_report = open(std::getenv("EXEC_COUNTER_REPORT"), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC,
+                        S_IRUSR | S_IWUSR);
         if (!Watch())
             std::abort();
         Note("watched\n", 8);

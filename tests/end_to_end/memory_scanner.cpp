@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program: when it ends, looks through all memory that it could write to for pieces of
-// secrets, and writes what it has found to a file. SCANNER_CANARIES names a file with a secret a line,
-// masked, as pairs of hexadecimal digits, and masked they stay here, so that the scanner does not find
-// itself; SCANNER_REPORT names the file for the findings.
+// Preloaded into a program and those that it starts: when one ends, looks through all memory that it could
+// write to for pieces of secrets, and writes what it has found to a file. SCANNER_CANARIES names a file with
+// a secret a line, masked, as pairs of hexadecimal digits, and masked they stay here, so that the scanner
+// does not find itself; the findings are in SCANNER_REPORT.PROGRAM.PROCESS. All files are opened at once, for
+// a program may confine itself.
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
 
-#include <sys/uio.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -33,10 +35,28 @@ Piece s_pieces[1024];
 std::size_t s_count = 0;
 const Piece *s_beginning[256]; // by the first character
 
+std::FILE *Open(const char *path, const char *mode)
+{
+    std::FILE *file = std::fopen(path, mode);
+    if (!file) {
+        std::perror(path);
+        std::abort();
+    }
+    return file;
+}
+
+std::FILE *OpenReport()
+{
+    char path[512];
+    std::snprintf(path, sizeof path, "%s.%s.%d", std::getenv("SCANNER_REPORT"), program_invocation_short_name,
+                  getpid());
+    return Open(path, "we");
+}
+
 void ReadCanaries(std::FILE *file)
 {
     char line[512];
-    while (file && std::fgets(line, sizeof line, file)) {
+    while (std::fgets(line, sizeof line, file)) {
         std::uint8_t masked[sizeof line / 2];
         std::size_t length = 0;
         for (unsigned byte = 0; std::sscanf(line + 2 * length, "%2x", &byte) == 1;)
@@ -75,13 +95,12 @@ bool HoldsPiece(const std::uint8_t *place, std::size_t room)
 }
 
 // Looks at copies: a thread that is ending takes its memory away at any moment.
-void Scan(std::uintptr_t begin, std::uintptr_t end, const char *what, std::FILE *report)
+void Scan(std::uintptr_t begin, std::uintptr_t end, int memory, const char *what, std::FILE *report)
 {
     static std::uint8_t s_copy[kChunk + kPieceRoom];
     for (std::uintptr_t chunk = begin; chunk < end; chunk += kChunk) {
-        const iovec original{reinterpret_cast<void *>(chunk), std::min(end - chunk, sizeof s_copy)};
-        const iovec copy{s_copy, sizeof s_copy};
-        const ssize_t copied = process_vm_readv(getpid(), &copy, 1, &original, 1, 0);
+        const ssize_t copied =
+            pread(memory, s_copy, std::min(end - chunk, sizeof s_copy), static_cast<off_t>(chunk));
         const std::size_t size = copied < 0 ? 0 : static_cast<std::size_t>(copied);
         for (std::size_t i = 0; i < std::min(size, kChunk); ++i) {
             if (HoldsPiece(s_copy + i, size - i))
@@ -95,21 +114,22 @@ struct Scanner
 {
     ~Scanner()
     {
-        ReadCanaries(std::fopen(std::getenv("SCANNER_CANARIES"), "r"));
-        std::FILE *maps = std::fopen("/proc/self/maps", "r");
-        std::FILE *report = std::fopen(std::getenv("SCANNER_REPORT"), "w");
+        ReadCanaries(canaries);
         char line[512];
         std::uintptr_t begin = 0;
         std::uintptr_t end = 0;
-        while (maps && report && std::fgets(line, sizeof line, maps)) {
+        while (std::fgets(line, sizeof line, maps)) {
             if (std::strstr(line, " rw") && std::sscanf(line, "%lx-%lx", &begin, &end) == 2)
-                Scan(begin, end, line, report);
+                Scan(begin, end, memory, line, report);
         }
-        if (maps && report)
-            std::fputs(s_count > 0 ? "scanned\n" : "nothing to look for\n", report);
-        if (report)
-            std::fclose(report);
+        std::fputs(s_count > 0 ? "scanned\n" : "nothing to look for\n", report);
+        std::fclose(report);
     }
+
+    std::FILE *canaries = Open(std::getenv("SCANNER_CANARIES"), "re");
+    std::FILE *maps = Open("/proc/self/maps", "re");
+    int memory = open("/proc/self/mem", O_RDONLY | O_CLOEXEC);
+    std::FILE *report = OpenReport();
 };
 
 const Scanner s_scanner;

@@ -5,43 +5,16 @@
 bin=$1
 reader=$2
 . "$(dirname "$0")/steps.sh"
+. "$(dirname "$0")/shown.sh"
 forgotten='Xq7-Zv2 Kw9=Jh4b'
 password='Gf5+Tn6 Rd3=Lm1c'
 passphrase='correct horse battery'
 keep_secret "$password"
 machine=demo-laptop # as the settings have it
-screen=$work/screen
-preload=$reader
-export SCREEN_READER_REPORT=$screen
+read_screen "$reader"
 
-shows() { cut -f 4 "$screen" 2>/dev/null | grep -qF -- "$1"; }
 recovery() { "$bin/pba_admin" recovery "$@" || fail "pba_admin recovery $1 fails."; }
 status_says() { recovery status --volume "$work/volume.img" | grep -qF -- "$1" || fail "The status does not say: $1."; }
-
-click_on()
-{
-    local place
-    place=$(awk -F '\t' -v name="$1" '$1 == name { print $2, $3 }' "$screen")
-    [ -n "$place" ] || fail "There is no $1 on the screen: $(cat "$screen")"
-    xdotool mousemove $place click 1
-}
-
-# Up to the challenge, which is left in `challenge`, a string a line.
-gather_entropy()
-{
-    local i moves=()
-    for ((i = 0; i < 100; i++)); do moves+=(mousemove $((100 + i * 7)) $((700 - i * 5))); done
-    wait_for "the first step" shows 'Step 1: Entropy'
-    # The keys first: none is still on its way when the second step shows.
-    xdotool key a s d f g h j k l q
-    for ((i = 0; i < 100; i++)); do
-        ! shows 'Step 2: Challenge' || break
-        xdotool "${moves[@]}"
-    done
-    wait_for "the second step" shows 'Step 2: Challenge'
-    sleep 0.6 # keys that follow at once count as hammered on
-    challenge=$(sort -t $'\t' -n -k 3 "$screen" | cut -f 4 | grep -xE '([0-9A-Z]{4} ?){4}') || fail "There is no challenge on the screen."
-}
 
 prepare "$forgotten"
 printf '%s\n' "$passphrase" | recovery keygen --out "$work/keys" --passphrase-stdin >/dev/null

@@ -1,18 +1,28 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# secrets.sh PBA_HOST: a wrong password by automatic logon, from a file, before the right one by hand. With a second
-# argument PBA_HOST does not wipe, and something must be left: it proves that the scanner is able to find.
-pba_host=$1
-unwiped=${2:-}
-bin=$(dirname "$pba_host")
+# secrets.sh BIN [PBA_HOST PBA_SCREEN]: a wrong password by automatic logon, from a file, before the right one by
+# hand. The two programs do not wipe, and then something must be left in each: it proves that the scanner is able to
+# find.
+bin=$1
 . "$(dirname "$0")/steps.sh"
 user=boris
 password='Xq7-Zv2 Kw9=Jh4b'
 wrong='Xq7-Zv2 Kw8=Jh4b'
 keep_secret "$wrong" "$user"
-[ -z "$unwiped" ] || expect_secrecy() { grep -q ' in ' "$report" || fail "The scanner finds nothing."; }
 
 prepare "$password"
+if [ $# -gt 1 ]; then
+    mkdir "$work/bin"
+    cp "$bin"/lib*.so* "$work/bin"
+    cp "$2" "$work/bin/pba_host"
+    cp "$3" "$work/bin/pba_screen"
+    pba_host=$work/bin/pba_host
+    expect_secrecy()
+    {
+        local each
+        for each in "$report".*; do grep -q ' in ' "$each" || fail "The scanner finds nothing: $each."; done
+    }
+fi
 printf '%s\n' "$user" "$wrong" >"$work/root/pba/autolgn.txt"
 start_screen --allow-autologon
 type_text OFFICE

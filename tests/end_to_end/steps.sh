@@ -6,6 +6,7 @@
 # MEMORY_SCANNER names the library that looks. `preload` names a library of the script's own for the host.
 set -euo pipefail
 work=$(mktemp -d)
+chmod 755 "$work" # the screen runs as nobody, when this is root
 host=
 preload=
 secrets=()
@@ -33,7 +34,8 @@ wait_for()
 logged() { grep -qF -- "$1" "$log" 2>/dev/null; }
 ended() { ! kill -0 "$host" 2>/dev/null; }
 focus() { xdotool getwindowfocus 2>/dev/null; }
-has_focus() { [ "$(xdotool getwindowfocus getwindowpid 2>/dev/null)" = "$host" ]; }
+screen() { pgrep -P "$host" -x pba_screen; }
+has_focus() { [ "$(xdotool getwindowfocus getwindowpid 2>/dev/null)" = "$(screen)" ]; }
 message_has_focus() { has_focus && [ "$(focus)" != "$dialog" ]; }
 dialog_has_focus() { [ "$(focus)" = "$dialog" ]; }
 type_text() { printf '%s' "$1" | xdotool type --delay 5 --file -; }
@@ -59,7 +61,7 @@ keep_secret()
 
 start_host()
 {
-    rm -f "$log" "$report"
+    rm -f "$log" "$report".*
     # What the host freed nobody else may overwrite.
     env -u MALLOC_PERTURB_ LD_PRELOAD="$preload ${MEMORY_SCANNER:-}" SCANNER_REPORT="$report" \
         SCANNER_CANARIES="$work/canaries" "${pba_host:-$bin/pba_host}" \
@@ -71,12 +73,18 @@ start_host()
 # Of a key that went into a field, or to the entropy, not even the release is in the log.
 expect_secrecy()
 {
-    local secret
+    local secret program each
     for secret in "${secrets[@]}"; do ! logged "$secret" || fail "A secret is in the log."; done
     ! grep -E '\bkey:(3[3-9]|[4-9][0-9]|1[01][0-9]|12[0-6]),' "$log" >&2 || fail "A character that was typed is in the log."
     [ -n "${MEMORY_SCANNER:-}" ] || return 0
-    [ "$(tail -n 1 "$report")" = scanned ] || fail "The memory was not scanned."
-    ! grep ' in ' "$report" >&2 || fail "Pieces of secrets are left in the memory."
+    for program in pba_host pba_screen; do
+        ls "$report.$program".* >/dev/null || fail "The memory of $program was not scanned."
+    done
+    for each in "$report".*; do
+        [[ $each != *.pba_token.* ]] || continue # is killed, and has no moment to look
+        [ "$(tail -n 1 "$each")" = scanned ] || fail "The memory was not scanned: $each."
+        ! grep -H ' in ' "$each" >&2 || fail "Pieces of secrets are left in the memory."
+    done
 }
 
 # Up to the first page, ready for keys.

@@ -35,6 +35,11 @@ keep_passphrase()
 prepare "$password"
 : >"$TOKEN_PROXY"
 "$(dirname "$0")/../../scripts/soft_token.sh" "$work/tokens" Anna "$pin"
+# When root starts the host, its module runs as another user.
+cp "$proxy" "$work/module.so"
+proxy=$work/module.so
+chmod a+x "$work"
+chmod -R a+rwX "$work/tokens"
 printf '%s\n' "$password" "$pin" | "$bin/pba_admin" token add --volume "$work/volume.img" --user anna \
     --token pkcs11:token=Anna --pkcs11-module "$proxy" --password-stdin
 [ -z "${MEMORY_SCANNER:-}" ] || keep_passphrase

@@ -40,12 +40,13 @@ public:
 struct ServiceOnVolume
 {
     explicit ServiceOnVolume(const ScratchVolume &scratch, host::UnlockOptions start = {},
-                             Memory *lasting = nullptr)
+                             Memory *lasting = nullptr, host::TokenOptions tokens = {})
         : opened(scratch.Open())
         , memory(lasting ? *lasting : ownMemory)
         , clock([this] { return memory.date; }, [this] { return memory.sinceBoot; })
         , throttle(memory, clock, [this] { return volume::PolicyOf(*opened); })
         , unlockSession(*opened, clock, std::move(start))
+        , service(unlockSession, throttle, true, std::move(tokens))
     {
         fake_pbe::Reset();
         auto [ours, theirs] = MemoryChannel::MakePair();
@@ -65,7 +66,7 @@ struct ServiceOnVolume
     host::Clock clock;
     host::LoginThrottle throttle;
     host::UnlockSession unlockSession;
-    host::Service service{unlockSession, throttle, true};
+    host::Service service;
     std::optional<protocol::Server> server;
     std::optional<protocol::Client> client;
 };

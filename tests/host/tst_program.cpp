@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // pba_host as a program: its command line and its exit codes, with a scripted module in place of the view.
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <QDir>
 
+#include "host/service/handed_files.h"
 #include "host/service/login_throttle.h"
 #include "pbe/files.h"
-#include "tests/support/run_program.h"
 #include "tests/host/scratch_volume.h"
+#include "tests/support/run_program.h"
+#include "tests/support/screen_root.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
 #include "volume/luks/policy.h"
@@ -34,9 +41,8 @@ private slots:
             {"automatic\nwrong\nautomatic\nstart\n", 1, autologon}, // once only
         };
         for (const auto &[script, exitCode, options] : rows) {
-            WriteFile(m_root.filePath("script"), script);
-            const Outcome outcome = Run(PBA_HOST, Usual() + options, {}, m_root.path());
-            QVERIFY2(outcome.exitCode == exitCode && outcome.output.isEmpty(), script);
+            const int code = Play(QDir(m_root.path()), script, options);
+            QVERIFY2(code == exitCode, script);
         }
     }
 
@@ -53,11 +59,10 @@ private slots:
                 root.mkpath("pba");
                 WriteFile(root.filePath("pba/last_usr.txt"), "");
             };
-            const auto start = [&](const QByteArray &script) {
-                WriteFile(m_root.filePath("script"), script);
-                const QStringList options{"--root", root.path(), "--state", inHeader ? "header" : "root",
-                                          "--allow-autologon"};
-                return Run(PBA_HOST, Usual() + options, {}, m_root.path()).exitCode;
+            const auto start = [&](const char *script) {
+                return Play(
+                    root, script,
+                    {"--root", root.path(), "--state", inHeader ? "header" : "root", "--allow-autologon"});
             };
             makeRoot();
             QVERIFY(volume::SetPolicy(*m_scratch.Open(), {}) == volume::Error::None);
@@ -95,6 +100,31 @@ private slots:
         }
     }
 
+    // Whatever stands where the view's files should be: only files are handed over, and none that lies
+    // elsewhere to be written.
+    void handedFiles()
+    {
+        const ScreenRoot root;
+        PbeSetFileRoot(root.path().toUtf8());
+        QCOMPARE(Handed(), QByteArrayList()); // there is not even the directory
+        const QDir pba(root.filePath("pba"));
+        pba.mkpath(".");
+        QCOMPARE(Handed(), QByteArrayList{"last_dmn.txt rw"});
+        QVERIFY(pba.isEmpty()); // nothing was written
+        WriteFile(root.filePath("elsewhere"), "");
+        mkfifo(pba.filePath("settings.bin").toUtf8(), S_IRUSR | S_IWUSR);
+        pba.mkpath("autolgn.txt");
+        QVERIFY(QFile::link(root.filePath("elsewhere"), pba.filePath("last_usr.txt")));
+        QVERIFY(QFile::link("/dev/zero", pba.filePath("last_dmn.txt")));
+        QCOMPARE(Handed(), QByteArrayList{"last_usr.txt r"});
+        for (const char *name : {"settings.bin", "last_usr.txt", "last_dmn.txt"}) {
+            QVERIFY(QFile::remove(pba.filePath(name)));
+            WriteFile(pba.filePath(name), "");
+        }
+        QCOMPARE(Handed(), (QByteArrayList{"settings.bin r", "last_usr.txt rw", "last_dmn.txt rw"}));
+        QVERIFY(QFile::exists(pba.filePath("last_dmn.txt")));
+    }
+
     void wrongUsage()
     {
         CompareFailure(Run(PBA_HOST, {}), 2, "--root is required");
@@ -120,6 +150,47 @@ private slots:
     }
 
 private:
+    // The exit code of a start in `root`, where the script lies. For each signal that it asks for it gets
+    // one, of two kinds: a second one of a kind may come to nothing.
+    int Play(const QDir &root, const char *script, const QStringList &options) const
+    {
+        const QString go = root.filePath("pba/go");
+        root.mkpath("pba");
+        WriteFile(root.filePath("pba/script"), script);
+        mkfifo(go.toUtf8(), S_IRUSR | S_IWUSR | S_IROTH);
+        QFile onward(go);
+        QProcess process;
+        process.setWorkingDirectory(root.path());
+        process.setReadChannel(QProcess::StandardError);
+        process.start(PBA_HOST, Usual() + options);
+        if (!onward.open(QFile::ReadWrite | QFile::Unbuffered))
+            qFatal("it cannot go on");
+        for (int signal = SIGTERM; process.waitForReadyRead(120000);) {
+            if (process.readAll().contains("signal\n")) {
+                kill(static_cast<pid_t>(process.processId()), std::exchange(signal, SIGHUP));
+                onward.write("\n");
+            }
+        }
+        process.waitForFinished();
+        return process.exitStatus() == QProcess::NormalExit && process.readAllStandardOutput().isEmpty()
+                   ? process.exitCode()
+                   : -1;
+    }
+    // What a screen gets while automatic logons are allowed, by name, and what for; then nothing more is
+    // left.
+    static QByteArrayList Handed()
+    {
+        QByteArrayList found;
+        const host::HandedFiles files(true);
+        const std::vector<int> descriptors = files.Descriptors();
+        for (std::size_t i = 0; i < descriptors.size(); ++i) {
+            const QByteArray word = files.Arguments()[2 * i + 1].c_str();
+            const bool writable = (fcntl(descriptors[i], F_GETFL) & O_ACCMODE) == O_RDWR;
+            found += word.first(word.indexOf('=')) + (writable ? " rw" : " r");
+        }
+        host::HandedFiles::RemoveUnwritten();
+        return found;
+    }
     static QByteArray Utf16(QStringView text)
     {
         return "\xff\xfe" + QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size());
@@ -131,7 +202,7 @@ private:
         return {"--root", m_root.path(), "--volume", volume, "--module", SCRIPTED_MODULE};
     }
 
-    QTemporaryDir m_root;
+    ScreenRoot m_root;
     ScratchVolume m_scratch;
 };
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// pba_host --text on a terminal, with a real volume and the real screen.
+// pba_host at a terminal, with a real volume and the real screen of terminals.
 #include <csignal>
 
 #include "tests/host/scratch_volume.h"
+#include "tests/support/screen_root.h"
 #include "tests/support/terminal_program.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
@@ -12,9 +13,9 @@ namespace {
 class Line : public TerminalProgram
 {
 public:
-    Line(const QString &root, const std::string &volume)
-        : TerminalProgram({PBA_HOST, "--text", "--root", root.toUtf8(), "--log", "/dev/null", "--volume",
-                           QByteArray::fromStdString(volume)})
+    Line(const QString &root, const std::string &volume, const QByteArrayList &program = {PBA_HOST, "--text"})
+        : TerminalProgram(program + QByteArrayList{"--root", root.toUtf8(), "--log", "/dev/null", "--volume",
+                                                   QByteArray::fromStdString(volume)})
     {
     }
     void LogIn(const QByteArray &password)
@@ -98,8 +99,20 @@ private slots:
         }
     }
 
+    // Of a screen that cannot draw the place is taken by the one that asks.
+    void standsIn()
+    {
+        const ScratchVolume scratch;
+        const QByteArrayList withoutDisplay{"/usr/bin/env", "DISPLAY=", "QT_QPA_PLATFORM=xcb", PBA_HOST};
+        Line line(m_root.path(), scratch.Path(), withoutDisplay);
+        line.Expect("DISPLAY is not set");
+        line.LogIn(ScratchVolume::kPassword);
+        line.Expect("The operating system starts.");
+        QCOMPARE(line.End(), 0);
+    }
+
 private:
-    QTemporaryDir m_root;
+    ScreenRoot m_root;
 };
 
 PBA_REGISTER_TEST(TextHostTest);

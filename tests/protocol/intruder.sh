@@ -13,7 +13,9 @@ chmod -R a+rwX "$dir"
 
 user=
 [ "$(id -u)" -ne 0 ] || user=65534:65534
-"$intruder" --required --user "$user" --root "$dir/root" --volume "$dir/volume"
+for terminal in '' --terminal; do
+    "$intruder" --required $terminal --user "$user" --root "$dir/root" --volume "$dir/volume"
+done
 [ "$(id -u)" -eq 0 ] || exit 0
 
 "$intruder" --free --root "$dir/root" --volume "$dir/volume"

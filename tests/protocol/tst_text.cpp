@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // pba_text on a terminal of its own, with a service that follows a script.
-#include <QDir>
-#include <QTemporaryDir>
-
 #include "base/code_string.h"
 #include "host/protocol/server.h"
 #include "host/protocol/socket_channel.h"
+#include "host/screen/exit_codes.h"
+#include "tests/support/screen_root.h"
 #include "tests/support/terminal_program.h"
 #include "tests/support/test_main.h"
 
@@ -40,7 +39,8 @@ private:
     {
     }
     Line(const QByteArray &root, std::pair<int, int> ends, int channel)
-        : TerminalProgram({PBA_TEXT, "--channel", QByteArray::number(channel), "--root", root})
+        : TerminalProgram(QByteArrayList{PBA_TEXT, "--channel", QByteArray::number(channel), "--root", root} +
+                          ScreenUser())
         , server(std::make_unique<SocketChannel>(ends.first))
     {
         close(channel);
@@ -154,12 +154,12 @@ private slots:
                 QVERIFY(line.server.Tell(Stop{}));
             else
                 line.server.Close();
-            QCOMPARE(line.End(), 1);
+            QCOMPARE(line.End(), tells ? host::kScreenDone : host::kScreenFailed);
         }
     }
 
 private:
-    std::optional<QTemporaryDir> m_root;
+    std::optional<ScreenRoot> m_root;
 };
 
 PBA_REGISTER_TEST(TextTest);

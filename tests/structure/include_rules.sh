@@ -39,8 +39,11 @@ declare -A may=(
     [host/protocol]='(base|host/protocol)/'
     # The screen knows how the settings are written, and nothing else of the view; of the volume it knows nothing.
     [host/screen]='(base|host/protocol|host/screen|settings_format)/|host/log.h|(kro|pba|pbe)/'
-    [host/text]='(base|host/protocol|host/text)/|host/screen/texts.h'
-    [host/service]='(base|host/protocol|host/service|volume)/|host/log.h|host/screen/(identity|exit_codes).h|(kro|pba|pbe)/'
+    [host/text]='(base|host/protocol|host/text)/|host/screen/(catalogue|confinement|error_messages|exit_codes|options|prompts|texts).h'
+    [host/service]='(base|host/protocol|host/service|volume)/|host/log.h|host/screen/(identity|exit_codes).h|host/token_process/wire.h|(kro|pba|pbe)/'
+    [host/service/tokens]='(base|host/protocol|host/service|volume/token)/|host/log.h|host/screen/exit_codes.h|host/token_process/wire.h'
+    # Its walls are of the same kind as a screen's.
+    [host/token_process]='(base|host/protocol|host/token_process|volume/token)/|host/screen/(confinement|exit_codes|system_calls).h'
     [admin]='(admin|base|settings_format|volume|platform/layouts)/|kro/'
 )
 ours='^((admin|base|host|kro|module|pba|pbe|platform|settings_format|volume)/|[Qq][A-Za-z])'

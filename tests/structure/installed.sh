@@ -13,6 +13,9 @@ fail() { printf '%s\n' "$@" >&2; exit 1; }
 cmake --install "$build" --prefix "$prefix" --strip >"$work/log" || fail "$(cat "$work/log")"
 "$(dirname "$0")/search_paths.sh" "$prefix/bin" "$prefix/lib"
 ! grep -rlF "$source" "$prefix" || fail "These name files of the build tree."
+for file in man/man8/pba_{admin,host,text}.8 bash-completion/completions/pba_{admin,host}; do
+    [ -s "$prefix/share/$file" ] || fail "share/$file is missing."
+done
 readelf --dynamic "$prefix/lib/libpbe.so" | grep -qF 'soname: [libpbe.so.0]' || fail "libpbe.so is not libpbe.so.0."
 
 cp -R "$prefix/share/doc/pba_view/example_host" "$work"

@@ -2,6 +2,10 @@
 // Tokens of SoftHSM, behind the proxy that hides, flags and renames them.
 #pragma once
 
+#include <filesystem>
+
+#include <unistd.h>
+
 #include "tests/support/run_program.h"
 #include "tests/host/scratch_volume.h"
 #include "tests/support/test_files.h"
@@ -16,6 +20,10 @@ public:
     // an elliptic curve.
     SoftTokens()
     {
+        // Modules run as another user when this one is root.
+        const QStringList reachable{"-R", "a+rwX", m_directory.path()};
+        if (!QFile::copy(TOKEN_PROXY, Module()))
+            qFatal("no module");
         qputenv("SOFTHSM2_CONF", m_directory.filePath("softhsm2.conf").toUtf8());
         qputenv("TOKEN_PROXY", ControlFile().toUtf8());
         const QStringList tokens[] = {
@@ -24,18 +32,36 @@ public:
             if (Run(SOFT_TOKEN, QStringList{m_directory.path()} + token).exitCode != 0)
                 qFatal("no token");
         }
+        TakeLogins();
+        if (Run("chmod", reachable).exitCode != 0)
+            qFatal("nobody reaches the tokens");
     }
 
     // Lines for the proxy, in the place of those before.
-    void Do(const QByteArray &lines) { WriteFile(ControlFile(), lines + "\n"); }
+    void Do(const QByteArray &lines)
+    {
+        WriteFile(ControlFile() + ".new", lines + "\n");
+        std::filesystem::rename((ControlFile() + ".new").toStdString(), ControlFile().toStdString());
+    }
 
     // The logins since the last question.
     QByteArray TakeLogins()
     {
         const QByteArray logins = ReadFile(ControlFile() + ".log");
-        QFile::remove(ControlFile() + ".log");
+        WriteFile(ControlFile() + ".log", "");
         return logins;
     }
+
+    // Of pba_token.
+    std::vector<std::string> Arguments() const
+    {
+        std::vector<std::string> arguments{"--module", Module().toStdString()};
+        if (!User().empty())
+            arguments.insert(arguments.end(), {"--user", User()});
+        return arguments;
+    }
+    QString Module() const { return m_directory.filePath("module.so"); }
+    static std::string User() { return geteuid() == 0 ? "65533:65533" : ""; }
 
     // pba_admin token COMMAND.
     static Outcome Admin(const QString &command, const ScratchVolume &volume, const QStringList &arguments,

@@ -14,6 +14,7 @@
 //   boast A         it claims to have found or written far more than there was room for
 //   always-too-small    there are always more slots than there is room for
 //   dead            no slot answers
+//   hang F, crash F    that function of the module's interface does, whatever the token
 //
 // Each login is a line of the file TOKEN_PROXY.log: the label, and whether a PIN came with it.
 #include <algorithm>
@@ -24,6 +25,8 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include <p11-kit/pkcs11.h>
@@ -187,8 +190,36 @@ CK_RV Decrypt(CK_SESSION_HANDLE session, unsigned char *encrypted, CK_ULONG encr
 {
     if (Leaves("pull-at-decrypt", session))
         return CKR_GENERAL_ERROR;
-    return s_real->C_Decrypt(session, encrypted, encryptedLength, plain, length);
+    const CK_RV result = s_real->C_Decrypt(session, encrypted, encryptedLength, plain, length);
+    if (Find("boast", LabelOf(session)))
+        *length = ~CK_ULONG{0} / 2;
+    return result;
 }
+
+// A function that can hang and crash before it does anything.
+template <auto Function, typename = decltype(Function)>
+struct Troubled;
+
+template <auto Function, typename... Arguments>
+struct Troubled<Function, CK_RV (*CK_FUNCTION_LIST::*)(Arguments...)>
+{
+    static inline CK_RV (*s_proper)(Arguments...);
+    static inline const char *s_name;
+
+    static CK_RV Call(Arguments... arguments)
+    {
+        while (Find("hang", s_name))
+            pause();
+        if (Find("crash", s_name))
+            std::abort();
+        return s_proper(arguments...);
+    }
+    static void Install(const char *name)
+    {
+        s_name = name;
+        s_proper = std::exchange(s_proxy.*Function, Call);
+    }
+};
 
 } // namespace
 
@@ -209,6 +240,25 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
     s_proxy.C_FindObjects = FindObjects;
     s_proxy.C_GetAttributeValue = GetAttributeValue;
     s_proxy.C_Decrypt = Decrypt;
+#define INSTALL(name) Troubled<&CK_FUNCTION_LIST::name>::Install(#name)
+    INSTALL(C_Initialize);
+    INSTALL(C_Finalize);
+    INSTALL(C_GetInfo);
+    INSTALL(C_GetSlotList);
+    INSTALL(C_GetSlotInfo);
+    INSTALL(C_GetTokenInfo);
+    INSTALL(C_OpenSession);
+    INSTALL(C_CloseSession);
+    INSTALL(C_Login);
+    INSTALL(C_Logout);
+    INSTALL(C_FindObjectsInit);
+    INSTALL(C_FindObjects);
+    INSTALL(C_FindObjectsFinal);
+    INSTALL(C_GetAttributeValue);
+    INSTALL(C_DecryptInit);
+    INSTALL(C_Decrypt);
+    INSTALL(C_DeriveKey);
+#undef INSTALL
     *list = &s_proxy;
     return CKR_OK;
 }

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Tokens as an administrator enrols them, here and with the standard tool.
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include "tests/host/scratch_volume.h"
+#include "tests/support/json_report.h"
 #include "tests/token/soft_tokens.h"
 #include "tests/support/test_main.h"
 #include "volume/luks/users.h"
@@ -25,6 +22,8 @@ private slots:
         const QJsonObject token = List()[0].toObject();
         QVERIFY(token["user"] == "J\u00fcrgen" && token["domain"] == "OFFICE" && token["connected"] == true);
         QVERIFY(token["uri"].toString().contains(";id=%01"));
+        const Outcome all = Run(PBA_ADMIN, {"token", "list", "--pkcs11-module", TOKEN_PROXY, "--json"});
+        QCOMPARE(ReadReport(all.output)[0]["state"].toString(), "ready");
         const QStringList open{"open",         "--test-passphrase", "--token-only",
                                "--token-type", "systemd-pkcs11",    Volume()};
         QCOMPARE(RunStandardTool(open, QByteArray(SoftTokens::kPin) + "\n").exitCode, 0);
@@ -90,7 +89,7 @@ private:
     {
         return SoftTokens::Admin(command, m_scratch, arguments, input);
     }
-    QJsonArray List() const { return QJsonDocument::fromJson(Admin("list", {"--json"}).output).array(); }
+    QJsonArray List() const { return ReadReport(Admin("list", {"--json"}).output).array(); }
     QString Volume() const { return QString::fromStdString(m_scratch.Path()); }
 
     const QByteArray kAuthorised = SoftTokens::kAuthorised;

@@ -3,7 +3,7 @@
 // be refused; the exit code is the number of steps that were not, at most 100. With --free there are no
 // walls, which shows that the steps work: then the exit code is the number of those that were refused.
 //
-//   intruder [--free] [--required] --user USER --root ROOT --volume VOLUME
+//   intruder [--free] [--required] [--terminal] --user USER --root ROOT --volume VOLUME
 //
 // Whatever a step opens it closes, and what it changes it changes in ROOT/pba/intruder.txt, which must exist.
 #include <cerrno>
@@ -20,6 +20,7 @@ struct Options
 {
     bool free = false;
     bool required = false;
+    bool terminal = false;
     std::string user;
     std::string root;
     std::string volume;
@@ -34,6 +35,8 @@ bool Parse(int argc, char **argv, Options *options)
             options->free = true;
         else if (std::strcmp(argv[i], "--required") == 0)
             options->required = true;
+        else if (std::strcmp(argv[i], "--terminal") == 0)
+            options->terminal = true;
         for (const auto &[name, value] : values) {
             if (std::strcmp(argv[i], name) == 0 && i + 1 < argc)
                 *value = argv[++i];
@@ -44,7 +47,8 @@ bool Parse(int argc, char **argv, Options *options)
 
 bool Enclose(const Options &options)
 {
-    host::Confinement confinement = host::ForScreen(options.root, options.root, false);
+    host::Confinement confinement = options.terminal ? host::ForTerminal(options.root)
+                                                     : host::ForScreen(options.root, options.root, false);
     confinement.user = options.user;
     confinement.landlockRequired = options.required;
     std::string fault;
@@ -79,7 +83,9 @@ int main(int argc, char **argv)
         return intruder::kExecutedCode;
     Options options;
     if (!Parse(argc, argv, &options)) {
-        std::fputs("usage: intruder [--free] [--required] --user USER --root ROOT --volume VOLUME\n", stderr);
+        std::fputs(
+            "usage: intruder [--free] [--required] [--terminal] --user USER --root ROOT --volume VOLUME\n",
+            stderr);
         return kUsage;
     }
     // Opened before, and not closed: as if somebody had forgotten it.

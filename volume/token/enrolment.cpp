@@ -106,18 +106,35 @@ std::vector<Enrolment> EnrolmentsOf(const volume::Header &header)
     return enrolments;
 }
 
-Error Unwrap(Session &session, const Enrolment &enrolment, const Opens &opens)
+Candidates::Candidates(Session &session, Enrolment enrolment)
+    : m_session(session)
+    , m_enrolment(std::move(enrolment))
+    , m_keys(Keys(session, m_enrolment))
 {
-    for (const CK_OBJECT_HANDLE key : Keys(session, enrolment)) {
+}
+
+Error Candidates::Next(Secret *passphrase)
+{
+    while (m_next < m_keys.size()) {
         Secret secret;
-        const Error error = Recover(session, key, enrolment, &secret);
-        if (error == Error::None && opens(ToSecretBase64(secret)))
-            return Error::None;
-        if (error != Error::None && error != Error::NoKey)
+        const Error error = Recover(m_session, m_keys[m_next++], m_enrolment, &secret);
+        if (error == Error::None)
+            *passphrase = ToSecretBase64(secret);
+        if (error != Error::NoKey)
             return error;
     }
     // A token that is gone has no keys, either.
-    return session.IsTokenThere() ? Error::NoKey : Error::Removed;
+    return m_session.IsTokenThere() ? Error::NoKey : Error::Removed;
+}
+
+Error Unwrap(Session &session, const Enrolment &enrolment, const Opens &opens)
+{
+    Candidates candidates(session, enrolment);
+    Secret passphrase;
+    Error error = candidates.Next(&passphrase);
+    while (error == Error::None && !opens(passphrase))
+        error = candidates.Next(&passphrase);
+    return error;
 }
 
 } // namespace token

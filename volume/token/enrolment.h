@@ -29,11 +29,28 @@ std::string EncodeEnrolment(const Enrolment &enrolment);
 // Those of the volume whose keyslots open it; others cannot let anybody in.
 std::vector<Enrolment> EnrolmentsOf(const volume::Header &header);
 
+// What the keys of a token make of an enrolment, one key after the other, the likeliest first: a key that is
+// not the right one need not fail. Each is used only when it is asked for, since the person may have to
+// agree each time.
+class Candidates
+{
+public:
+    // The session must outlive this object.
+    Candidates(Session &session, Enrolment enrolment);
+    // NoKey when there is no further one.
+    [[nodiscard]] Error Next(base::Secret *passphrase);
+
+private:
+    Session &m_session;
+    Enrolment m_enrolment;
+    std::vector<CK_OBJECT_HANDLE> m_keys;
+    std::size_t m_next = 0;
+};
+
 // Whether a passphrase opens the volume.
 using Opens = std::function<bool(const base::Secret &passphrase)>;
 
-// Gives `opens` what each key of the token makes of the enrolment, the likeliest first, until one opens: a
-// key that is not the right one need not fail. NoKey when none does.
+// Until a candidate opens. NoKey when none does.
 [[nodiscard]] Error Unwrap(Session &session, const Enrolment &enrolment, const Opens &opens);
 
 } // namespace token

@@ -79,12 +79,15 @@ void Modules::Unload()
 bool Modules::Collect(CK_FUNCTION_LIST *module, std::vector<Token> *tokens) const
 {
     std::vector<CK_SLOT_ID> slots;
-    if (!GetSlots(module, &slots))
+    CK_INFO maker{};
+    if (!GetSlots(module, &slots) || module->C_GetInfo(&maker) != CKR_OK)
         return false;
     for (const CK_SLOT_ID slot : slots) {
         CK_TOKEN_INFO info{};
-        if (module->C_GetTokenInfo(slot, &info) == CKR_OK && (info.flags & kUsable) == kUsable)
-            tokens->push_back({module, slot, info});
+        CK_SLOT_INFO reader{};
+        if (module->C_GetTokenInfo(slot, &info) == CKR_OK && (info.flags & kUsable) == kUsable &&
+            module->C_GetSlotInfo(slot, &reader) == CKR_OK)
+            tokens->push_back({module, {slot, info, reader, maker}});
     }
     return true;
 }

@@ -74,18 +74,18 @@ CK_RV Session::EnterPin(CK_USER_TYPE user)
 }
 
 // What the slot holds now, when that is still the same token.
-std::optional<Token> Session::AskAgain() const
+std::optional<Description> Session::AskAgain() const
 {
     CK_TOKEN_INFO info{};
     if (Module()->C_GetTokenInfo(m_token.Slot(), &info) != CKR_OK)
         return std::nullopt;
-    Token now(Module(), m_token.Slot(), info);
+    Description now(m_token.Slot(), info);
     return now.IsSameAs(m_token) ? std::optional(now) : std::nullopt;
 }
 
 Error Session::ExplainWrongPin() const
 {
-    const std::optional<Token> now = AskAgain();
+    const std::optional<Description> now = AskAgain();
     if (!now)
         return Error::Removed;
     if (now->IsPinLocked())

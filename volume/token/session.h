@@ -51,7 +51,7 @@ private:
     Error ReadValue(CK_OBJECT_HANDLE object, std::size_t length, base::Secret *value);
     Error Explain(CK_RV result, Error otherwise) const;
     Error ExplainWrongPin() const;
-    std::optional<Token> AskAgain() const;
+    std::optional<Description> AskAgain() const;
 
     Token m_token;
     std::string_view m_pin;

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace text {
+namespace host {
 
 class Catalogue
 {
@@ -23,4 +23,4 @@ private:
     std::map<std::string, std::string, std::less<>> m_texts;
 };
 
-} // namespace text
+} // namespace host

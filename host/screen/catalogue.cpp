@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "host/text/catalogue.h"
+#include "host/screen/catalogue.h"
 
 #include <fstream>
 
-namespace text {
+namespace host {
 
 Catalogue::Catalogue(const std::string &path)
 {
@@ -28,4 +28,4 @@ std::string Catalogue::Get(const char *english, std::string_view argument) const
     return line;
 }
 
-} // namespace text
+} // namespace host

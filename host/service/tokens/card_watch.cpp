@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/devices/card_watch.h"
+#include "host/service/tokens/card_watch.h"
 
 #include <algorithm>
 #include <chrono>
@@ -10,14 +10,11 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-#include "pbe/log.h"
+#include "host/log.h"
 
-namespace pbe {
+namespace host {
 
 namespace {
-
-constexpr std::uint32_t kInformation = 700;
-constexpr std::uint32_t kNamedSeverity = 5;
 
 // How soon a service that starts late is found.
 constexpr int kServicePause = 1000; // milliseconds
@@ -36,11 +33,6 @@ constexpr char kReaderComes[] = "\\\\?PnP?\\Notification";
 // Others using a card is no change of cards.
 constexpr DWORD kChangeCount = 0xFFFF0000;
 constexpr DWORD kTold = SCARD_STATE_PRESENT | SCARD_STATE_MUTE | kChangeCount;
-
-void Log(const char *line)
-{
-    PbeLogMessage(kInformation, kNamedSeverity, "PBE     ", line);
-}
 
 } // namespace
 
@@ -112,13 +104,13 @@ void CardWatch::Run()
     while (!m_stop) {
         SCARDCONTEXT context = 0;
         if (SCardEstablishContext(SCARD_SCOPE_SYSTEM, nullptr, nullptr, &context) == SCARD_S_SUCCESS) {
-            Log("the card service answers\r\n");
+            Log(kLogCalls, "The card service answers.");
             m_context = context;
             WatchReaders();
             m_context = 0;
             SCardReleaseContext(context);
             if (!m_stop)
-                Log("the card service answers no more\r\n");
+                Log(kLogCalls, "The card service answers no more.");
         }
         m_readers.clear();
         Report({});
@@ -187,7 +179,6 @@ void CardWatch::Report(std::vector<Card> cards)
     if (cards == m_cards)
         return;
     m_cards = std::move(cards);
-    m_count = static_cast<int>(m_cards.size());
     const std::uint64_t notice = 1;
     // It can only fail when the counter is full, and then a notice is waiting already.
     [[maybe_unused]] const ssize_t written = write(m_notice, &notice, sizeof notice);
@@ -199,4 +190,4 @@ void CardWatch::Pause(int milliseconds)
     m_wake.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return m_stop.load(); });
 }
 
-} // namespace pbe
+} // namespace host

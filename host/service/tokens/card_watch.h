@@ -16,7 +16,7 @@
 
 #include <winscard.h>
 
-namespace pbe {
+namespace host {
 
 class CardWatch : public std::enable_shared_from_this<CardWatch>
 {
@@ -35,7 +35,6 @@ public:
     // file.
     int NoticeFile() const { return m_notice; }
     void TakeNotice();
-    int CountCards() const { return m_count; }
 
 private:
     struct Reader
@@ -55,7 +54,6 @@ private:
     void Pause(int milliseconds);
 
     const int m_notice;
-    std::atomic<int> m_count = 0;
     std::atomic<SCARDCONTEXT> m_context = 0;
 
     // The thread's alone.
@@ -69,4 +67,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace pbe
+} // namespace host

@@ -6,15 +6,13 @@
 #include <functional>
 #include <mutex>
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QTest>
-#include <QWidget>
 
 #include <unistd.h>
 #include <winscard.h>
 
-#include "pbe/events.h"
+#include "host/service/tokens/token_watch.h"
 
 namespace {
 
@@ -108,58 +106,51 @@ LONG SCardCancel(SCARDCONTEXT)
     return SCARD_S_SUCCESS;
 }
 
-class TestTokens : public QObject
+class TokenWatchTest : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase()
-    {
-        m_window.show();
-        m_window.installEventFilter(this);
-    }
-    void cleanup() { m_notices.clear(); }
-
+private slots:
     void CardsComeAndGo()
     {
         // The service starts late; until then it is not asked all the time.
         QTRY_VERIFY(s_service.calls >= 1);
         QTest::qWait(500);
         QVERIFY(s_service.calls < 10);
-        const std::pair<std::function<void()>, int> steps[] = {
-            {[] { s_service.running = true, ++s_service.cardChanges; }, pbe::kTokenAdded},
-            {[] { ++s_service.cardChanges; }, pbe::kTokenRemoved},
+        const std::pair<std::function<void()>, bool> steps[] = {
+            {[] { s_service.running = true, ++s_service.cardChanges; }, true},
+            {[] { ++s_service.cardChanges; }, true},
             // A reader by itself is no token, nor is a card without one.
-            {[] { s_service.hasReader = false; }, 0},
-            {[] { ++s_service.cardChanges; }, 0},
-            {[] { s_service.hasReader = true; }, pbe::kTokenAdded},
+            {[] { s_service.hasReader = false; }, false},
+            {[] { ++s_service.cardChanges; }, false},
+            {[] { s_service.hasReader = true; }, true},
             // A service that dies takes its cards along.
-            {[] { s_service.running = false; }, pbe::kTokenRemoved},
-            {[] { s_service.running = true; }, pbe::kTokenAdded},
+            {[] { s_service.running = false; }, true},
+            {[] { s_service.running = true; }, true},
             // A card in another's place.
-            {[] { s_service.cardChanges += 2; }, pbe::kTokenAdded}};
-        for (const auto &[change, notice] : steps) {
-            m_notices.clear();
+            {[] { s_service.cardChanges += 2; }, true}};
+        for (const auto &[change, isTold] : steps) {
+            m_notices = 0;
             s_service.Do(change);
-            if (notice == 0)
+            if (!isTold)
                 QTest::qWait(200);
-            QTRY_COMPARE(m_notices.value(0), notice);
-            QVERIFY(m_notices.size() <= 1);
+            QTRY_COMPARE(m_notices.load(), isTold ? 1 : 0);
         }
     }
 
-    // The last event comes after the last change.
-    void AStormIsToldInFewEvents()
+    // The last notice comes after the last change.
+    void AStormIsToldInFewNotices()
     {
+        m_notices = 0;
         QElapsedTimer storm; // longer where the computer is busy
         storm.start();
         for (int change = 0; change < 1001; ++change) {
             ChangeCard();
             QTest::qWait(1);
         }
-        QVERIFY2(m_notices.size() <= storm.elapsed() / 40 + 1, QByteArray::number(m_notices.size()));
-        QTest::qWait(200);
-        QTRY_VERIFY(!m_notices.isEmpty() && m_notices.last() == pbe::kTokenRemoved);
+        const int notices = m_notices;
+        QVERIFY2(notices > 0 && notices <= storm.elapsed() / 40 + 1, QByteArray::number(notices));
+        QTRY_COMPARE(m_seen.load(), s_service.cardChanges);
     }
 
     // The last one: such a service does not keep this program from ending.
@@ -177,16 +168,15 @@ private:
     {
         s_service.Do([] { ++s_service.cardChanges; });
     }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == pbe::kTokenAdded || event->type() == pbe::kTokenRemoved)
-            m_notices.append(event->type());
-        return false;
-    }
 
-    QWidget m_window;
-    QList<int> m_notices;
+    std::atomic<int> m_notices = 0;
+    std::atomic<DWORD> m_seen = 0; // changes when there was a notice last
+    host::TokenWatch m_watch{[this] {
+        const std::lock_guard lock(s_service.mutex);
+        m_seen = s_service.cardChanges;
+        ++m_notices;
+    }};
 };
 
-QTEST_MAIN(TestTokens)
-#include "tst_platform_tokens.moc"
+QTEST_GUILESS_MAIN(TokenWatchTest)
+#include "tst_token_watch.moc"
