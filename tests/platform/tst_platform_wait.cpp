@@ -14,6 +14,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
+#include <QSocketNotifier>
 #include <QTest>
 #include <QTimer>
 
@@ -99,6 +100,7 @@ private Q_SLOTS:
         m_carrier = nullptr;
         qApp->installEventFilter(this);
         PbeShowWaitSign(true);
+        QPbeScreen::Current()->SetKeyboardLayout(u"00000407"_qs);
     }
     void cleanup()
     {
@@ -198,7 +200,6 @@ private Q_SLOTS:
         edit.show();
         edit.setFocus();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        QPbeScreen::Current()->SetKeyboardLayout(u"00000407"_qs);
         QTRY_VERIFY(IsHeard(edit));
         for (const auto &row : rows) {
             // Behind all that has been played so far.
@@ -216,6 +217,31 @@ private Q_SLOTS:
             // Without the probes.
             QTRY_COMPARE(row.name + edit.text().simplified().remove(u' '), row.name + row.text);
         }
+    }
+
+    // As the toolkit does at a keyboard of the framebuffer: the loop finds the device readable, the toolkit
+    // reads it and puts the keys in line, and a later turn delivers them.
+    void KeysThatWaitAtTheDevice()
+    {
+        QLineEdit edit(m_window.get());
+        edit.show();
+        edit.setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        const Pipe device;
+        QSocketNotifier reader(device.ends[0], QSocketNotifier::Read);
+        QStringList keys{u"a"_qs, u"b"_qs};
+        connect(&reader, &QSocketNotifier::activated, this, [&] {
+            char byte = 0;
+            QCOMPARE(read(device.ends[0], &byte, 1), 1);
+            qt_handleKeyEvent(m_window->windowHandle(), QEvent::KeyPress, Qt::Key_A, Qt::NoModifier,
+                              keys.takeFirst());
+        });
+        device.Answer();
+        Await();
+        QTRY_COMPARE(keys.size(), 1);
+        QTRY_VERIFY(IsHeard(edit));
+        device.Answer();
+        QTRY_COMPARE(edit.text().simplified(), u"b"_qs);
     }
 
     void Clicks()
