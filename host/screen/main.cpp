@@ -71,6 +71,7 @@ bool PutUpWalls(const ScreenOptions &options, std::string *fault)
         KeepDisplayCookie();
     Confinement confinement = ForScreen(options.root, ProgramsDirectory(), onServer);
     confinement.user = options.user;
+    confinement.landlockRequired = options.landlockRequired;
     confinement.descriptors = options.Descriptors();
     return Confine(confinement, fault);
 }

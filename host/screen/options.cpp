@@ -9,10 +9,15 @@ namespace host {
 namespace {
 
 constexpr option kOptions[] = {
-    {"channel", required_argument, nullptr, 'c'},      {"root", required_argument, nullptr, 'r'},
-    {"user", required_argument, nullptr, 'u'},         {"module", required_argument, nullptr, 'm'},
-    {"log", required_argument, nullptr, 'l'},          {"file", required_argument, nullptr, 'f'},
-    {"log-severity", required_argument, nullptr, 's'}, {},
+    {"channel", required_argument, nullptr, 'c'},
+    {"file", required_argument, nullptr, 'f'},
+    {"log", required_argument, nullptr, 'l'},
+    {"log-severity", required_argument, nullptr, 's'},
+    {"module", required_argument, nullptr, 'm'},
+    {"require-landlock", no_argument, nullptr, 'k'},
+    {"root", required_argument, nullptr, 'r'},
+    {"user", required_argument, nullptr, 'u'},
+    {},
 };
 
 template <typename Number>
@@ -50,6 +55,9 @@ bool Take(int option, const char *value, ScreenOptions *options)
         return Read(value, &options->log);
     case 's':
         return Read(value, &options->logSeverity.emplace());
+    case 'k':
+        options->landlockRequired = true;
+        return true;
     case 'f':
         return ReadFile(value, options);
     default:

@@ -18,6 +18,7 @@ struct ScreenOptions
     std::string module = {};
     int log = -1;
     std::optional<std::uint32_t> logSeverity = {};
+    bool landlockRequired = false;
     // Of the view's files, by their names below ROOT/pba.
     std::vector<std::pair<std::string, int>> files = {};
 

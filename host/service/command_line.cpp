@@ -95,6 +95,8 @@ void AddOptions(CLI::App *app, CommandLine *line)
                     "Whom the screen runs as, when root starts it: a name, or UID:GID,GID... (default: "
                     "pba-screen, where there is such a user, else 65534:65534)")
         ->check(CheckNotEmpty);
+    app->add_flag("--require-landlock", line->landlockRequired,
+                  "Let no screen stand where the kernel cannot keep it to its files");
 }
 
 } // namespace

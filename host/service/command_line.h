@@ -30,6 +30,7 @@ struct CommandLine
     bool noPasswordLogin = false;
     bool text = false;
     std::string screenUser;
+    bool landlockRequired = false;
 };
 
 // Also makes the manual. `line` must outlive the parsing.

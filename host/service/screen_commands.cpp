@@ -32,6 +32,8 @@ std::vector<std::string> CommonArguments(const CommandLine &line, const std::str
     std::vector<std::string> arguments{"--root", line.root};
     if (!user.empty())
         arguments.insert(arguments.end(), {"--user", user});
+    if (line.landlockRequired)
+        arguments.push_back("--require-landlock");
     return arguments;
 }
 

@@ -24,6 +24,7 @@ bool PutUpWalls(const host::ScreenOptions &options, std::string *fault)
 {
     host::Confinement confinement = host::ForTerminal(options.root);
     confinement.user = options.user;
+    confinement.landlockRequired = options.landlockRequired;
     confinement.descriptors = options.Descriptors();
     return Confine(confinement, fault);
 }
