@@ -29,8 +29,7 @@ lintian --fail-on error,warning "$work"/first/*.changes || fail "lintian objects
 mkdir "$work/next"
 cd "$work"/first/pba-view-*/
 sed -i '1s/(\(.*\))/(\1+test)/' debian/changelog
-dpkg-buildpackage --build=binary --no-pre-clean --no-sign --changes-option=-u../../next >"$work/log" 2>&1 \
-    || fail "$(cat "$work/log")"
+dpkg-buildpackage --build=binary --no-pre-clean --no-sign >"$work/log" 2>&1 || fail "$(cat "$work/log")"
 mv ../*+test*.deb "$work/next"
 
 "$here/throw_away.sh" "$here/life.sh" "$work" $thorough
