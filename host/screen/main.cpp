@@ -115,7 +115,7 @@ int Show(const ScreenOptions &options, const Module &module)
     PbeWatch(
         client.Descriptor(), [](void *link) { static_cast<ServiceLink *>(link)->TakeEvents(); }, &service);
     const kro::result_t result = RunView(module, &logic);
-    PbeWatch(-1, nullptr, nullptr);
+    PbeWatch(client.Descriptor(), nullptr, nullptr);
     return ExitCode(result, logic.HasStarted() || service.HasEnded());
 }
 
