@@ -31,10 +31,11 @@ HostWatch::HostWatch()
         Begin(descriptor);
 }
 
+// No event loop turns any more.
 HostWatch::~HostWatch()
 {
-    while (!m_notifiers.empty())
-        End(m_notifiers.begin()->first);
+    for (auto &[descriptor, notifier] : m_notifiers)
+        delete notifier.release();
 }
 
 void HostWatch::Begin(int descriptor)

@@ -112,10 +112,8 @@ int Show(const ScreenOptions &options, const Module &module)
     protocol::Client client(std::make_unique<protocol::SocketChannel>(options.channel), PbeAwait);
     ServiceLink service(client);
     BusinessLogic logic(service, texts);
-    PbeWatch(
-        client.Descriptor(), [](void *link) { static_cast<ServiceLink *>(link)->TakeEvents(); }, &service);
+    service.Listen();
     const kro::result_t result = RunView(module, &logic);
-    PbeWatch(-1, nullptr, nullptr);
     return ExitCode(result, logic.HasStarted() || service.HasEnded());
 }
 

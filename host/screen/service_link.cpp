@@ -15,6 +15,19 @@ ServiceLink::Busy::~Busy()
     PbeSetBusy(false);
 }
 
+void ServiceLink::Listen()
+{
+    m_watched = m_client.Descriptor();
+    PbeWatch(
+        m_watched, [](void *link) { static_cast<ServiceLink *>(link)->TakeEvents(); }, this);
+}
+
+void ServiceLink::StopListening()
+{
+    if (m_watched >= 0)
+        PbeWatch(std::exchange(m_watched, -1), nullptr, nullptr);
+}
+
 void ServiceLink::TakeEvents()
 {
     m_client.TakeEvents();
@@ -27,8 +40,10 @@ void ServiceLink::PassOnNews()
         const std::size_t before = std::exchange(m_tokens, std::move(*newer)).tokens.size();
         PbeTellTokens(!m_tokens.tokens.empty() && m_tokens.tokens.size() >= before);
     }
-    if (HasEnded())
-        PbeRequestStop();
+    if (!HasEnded())
+        return;
+    StopListening();
+    PbeRequestStop();
 }
 
 } // namespace host

@@ -17,7 +17,12 @@ public:
         : m_client(client)
     {
     }
+    ~ServiceLink() { StopListening(); }
+    ServiceLink(const ServiceLink &) = delete;
+    ServiceLink &operator=(const ServiceLink &) = delete;
 
+    // From now on what comes while nothing is asked is taken as soon as an event loop runs.
+    void Listen();
     // Nothing when the question cannot be put, since a text in it is longer than any that leads to an answer;
     // and nothing when the program ends: see HasEnded.
     template <typename Request>
@@ -37,7 +42,6 @@ public:
     // Whoever ended the program does not want the system to start, nor to be told anything.
     bool HasEnded() const { return m_client.StopRequested() || !m_client.IsOpen(); }
 
-    // To be called when something has come while nothing was asked.
     void TakeEvents();
     // The newest list; of generation 0 and empty before the first.
     const protocol::Tokens &NewestTokens() const { return m_tokens; }
@@ -53,8 +57,10 @@ private:
 
     // The view learns that tokens came or went, and that the program ends.
     void PassOnNews();
+    void StopListening();
 
     protocol::Client &m_client;
+    int m_watched = -1;
     protocol::Tokens m_tokens;
 };
 

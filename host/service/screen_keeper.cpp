@@ -29,8 +29,15 @@ bool IsTheEnd(const protocol::AnyReply &reply)
 // Another one of the same kind would fare no better, and the person has been told why.
 bool IsForGood(const ScreenEnd &end)
 {
-    return end.code == kScreenUsage || end.code == kScreenClosed || end.code == kScreenNoAccess ||
-           end.code == kScreenCannotStand;
+    switch (end.code.value_or(kScreenFailed)) {
+    case kScreenUsage:
+    case kScreenClosed:
+    case kScreenNoAccess:
+    case kScreenCannotStand:
+        return true;
+    default:
+        return false;
+    }
 }
 
 GivenUp GiveUp(const ScreenEnd &end)

@@ -2,6 +2,7 @@
 // What a loss of power, or a second program, in the middle of a change leaves of a volume.
 #include "tests/host/scratch_volume.h"
 #include "tests/support/run_program.h"
+#include "tests/support/screen_root.h"
 #include "tests/support/test_files.h"
 #include "tests/support/test_main.h"
 #include "volume/interrupted_changes.h"
@@ -127,9 +128,11 @@ private slots:
             const QByteArray before = ReadFile(path);
             for (const auto &[line, preparation] : kCommands)
                 CompareFailure(RunAdmin(line, scratch), 1, "is being re-encrypted; finish that");
-            WriteFile(m_files.filePath("script"), "login\nstart\n");
-            QCOMPARE(Run(PBA_HOST, {"--root", m_files.path(), "--volume", path, "--module", SCRIPTED_MODULE},
-                         {}, m_files.path())
+            const ScreenRoot root;
+            QDir(root.path()).mkpath("pba");
+            WriteFile(root.filePath("pba/script"), "login\nstart\n");
+            QCOMPARE(Run(PBA_HOST, {"--root", root.path(), "--volume", path, "--module", SCRIPTED_MODULE}, {},
+                         root.path())
                          .exitCode,
                      0);
             QVERIFY(ReadFile(path) == before);

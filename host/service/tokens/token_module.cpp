@@ -42,7 +42,8 @@ seconds PauseAfter(int failures)
 // It has said what is wrong, and would only say it again.
 bool IsForGood(const ScreenEnd &end)
 {
-    return end.code == kScreenUsage || end.code == kScreenCannotStand;
+    const int code = end.code.value_or(kScreenFailed);
+    return code == kScreenUsage || code == kScreenCannotStand;
 }
 
 } // namespace
