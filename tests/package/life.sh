@@ -125,7 +125,9 @@ left=$(traces)
 [ -n "$thorough" ] || exit 0
 
 # Whatever our programs need, they say so: all that nobody asks for goes.
-quietly install 0.9.0 pba-host pba-admin
+quietly install 0.9.0 pba-admin pba-host pba-view
 inside apt-mark showmanual | grep -v '^pba-' | quietly inside xargs apt-mark auto
-quietly inside apt-get autoremove -y -q --purge
+quietly inside apt-get autoremove -y -q --purge -o APT::AutoRemove::RecommendsImportant=false \
+    -o APT::AutoRemove::SuggestsImportant=false
+! inside dpkg-query --show qt6-base-dev >/dev/null 2>&1 || fail "What nobody asks for has stayed."
 use
